@@ -1,0 +1,42 @@
+#pragma once
+
+// Small routines that every screen shares to read a value from a file or a
+// table, filter a key press, or lay out a value as text.
+
+#include <QString>
+#include <QVariant>
+
+namespace sorvane {
+
+// Null and blank text become Empty; a text with a "/" and a second "/" after
+// it is read as a date and gives its day number (a double); a number stands
+// as it is; anything else is Empty. Empty reads as 0 wherever a number is
+// expected (CDbl).
+QVariant DataDaCampo(const QVariant &valore);
+
+// Null, blank text and text starting with NUL give the default (a missing or
+// blank default is one blank); any other value gives its text, untrimmed.
+QString TestoDaCampo(const QVariant &valore, const QString &predefinito = QString());
+
+// Key filters: take the character code and change it to 0 to drop the key.
+void SoloCifre(int &tasto);
+void SoloImporto(int &tasto);
+int Maiuscolo(int &tasto);
+
+// The largest of two to four values, compared as values (numbers as numbers,
+// texts as texts, a number against a text as text); Empty and Null are left out.
+QVariant MaggioreDi(const QVariant &a, const QVariant &b, const QVariant &c = QVariant(),
+                    const QVariant &d = QVariant());
+
+QString AllineaTesto(const QString &valore, int lunghezza);
+QString AllineaCodice(const QString &valore, int lunghezza);
+QString Virgolettato(const QString &testo);
+
+// "#,###,###,###,###" for the lira code, else "##,###,###,###.##"; a final
+// separator goes; a blank result is "0" unless vuotoSeZero.
+QString FormatoImporto(const QString &codiceMoneta, double valore, bool vuotoSeZero = false);
+QString GiornoTesto(int giorno);
+QString MeseTesto(int mese);
+QString AnnoTesto(int anno);
+
+} // namespace sorvane

@@ -1,0 +1,41 @@
+#pragma once
+
+// A temporary folder for one test, removed at its end, and a locale pinned
+// for the test's length.
+
+#include <QLocale>
+#include <QString>
+#include <QTemporaryDir>
+
+namespace sorvane::prova {
+
+class CartellaProva
+{
+public:
+    CartellaProva();
+    QString percorso() const { return m_dir.path(); }
+    // Path of a name inside the folder.
+    QString file(const QString &nome) const;
+    // Writes text (UTF-8, or Latin-1 when latin1) to a file of the folder;
+    // returns its path.
+    QString scrivi(const QString &nome, const QByteArray &contenuto) const;
+    QByteArray leggi(const QString &nome) const;
+
+private:
+    QTemporaryDir m_dir;
+};
+
+class LocaleFissato
+{
+public:
+    explicit LocaleFissato(const QLocale &l) : m_prima(QLocale()) { QLocale::setDefault(l); }
+    ~LocaleFissato() { QLocale::setDefault(m_prima); }
+
+private:
+    QLocale m_prima;
+};
+
+inline QLocale Italiano() { return QLocale(QLocale::Italian, QLocale::Italy); }
+inline QLocale Inglese() { return QLocale(QLocale::English, QLocale::UnitedStates); }
+
+} // namespace sorvane::prova
