@@ -1,0 +1,2 @@
+# Recordsets, shared tables, client buffer, currency.
+target_sources(store PRIVATE)

@@ -1,0 +1,2 @@
+# Connection, schema, attachments, transactions.
+target_sources(store PRIVATE)

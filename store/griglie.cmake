@@ -1,0 +1,1 @@
+# Grid column layouts (widgets).

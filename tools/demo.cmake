@@ -1,0 +1,1 @@
+# demo data sources, added to sorvane-init

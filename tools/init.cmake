@@ -1,0 +1,1 @@
+# sorvane-init target
