@@ -8,6 +8,7 @@ PACCHETTI=(
     libgl-dev fonts-dejavu-core
     libkainjow-mustache-dev
     libgtest-dev libbenchmark-dev
+    poppler-utils
 )
 
 mancanti=()

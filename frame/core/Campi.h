@@ -19,17 +19,27 @@ QVariant DataDaCampo(const QVariant &valore);
 QString TestoDaCampo(const QVariant &valore, const QString &predefinito = QString());
 
 // Key filters: take the character code and change it to 0 to drop the key.
+// Digits, backspace and Ctrl+C/R/V.
 void SoloCifre(int &tasto);
+// As SoloCifre, plus minus and the decimal separator of the program's locale;
+// "." or "," typed where the locale uses the other becomes the locale's one.
 void SoloImporto(int &tasto);
+// a-z to upper case; anything else, accented letters too, stays as typed.
 int Maiuscolo(int &tasto);
 
-// The largest of two to four values, compared as values (numbers as numbers,
-// texts as texts, a number against a text as text); Empty and Null are left out.
+// The largest of two to four values, compared as values: numbers, dates and
+// texts that read as a number or a date compare by their number; otherwise
+// both compare as texts. Empty and Null are left out (Empty if nothing is
+// left); on a tie the earlier value wins.
 QVariant MaggioreDi(const QVariant &a, const QVariant &b, const QVariant &c = QVariant(),
                     const QVariant &d = QVariant());
 
+// Right-aligns the trimmed value in lunghezza characters; an empty value, or
+// one not shorter than lunghezza, comes back as given (untrimmed).
 QString AllineaTesto(const QString &valore, int lunghezza);
+// Trims; a code of plain digits shorter than lunghezza gets zeros on the left.
 QString AllineaCodice(const QString &valore, int lunghezza);
+// A non-blank text in double quotes, for a command line; a blank one as given.
 QString Virgolettato(const QString &testo);
 
 // "#,###,###,###,###" for the lira code, else "##,###,###,###.##"; a final
