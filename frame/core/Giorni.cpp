@@ -5,68 +5,98 @@
 namespace sorvane {
 
 namespace {
-const qint64 GiornoZeroJulian = QDate(1899, 12, 30).toJulianDay();
+constexpr qint64 GiornoZeroJulian = 2415019; // 30/12/1899
 
-// Reads one to four ASCII digits starting at i; -1 when there are none.
-int leggiCifre(const QString &t, int &i, int massimo, int *quante)
+bool bisestile(int anno)
+{
+    return (anno % 4 == 0 && anno % 100 != 0) || anno % 400 == 0;
+}
+
+int giorniDelMese(int anno, int mese)
+{
+    static constexpr int giorni[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    return mese == 2 && bisestile(anno) ? 29 : giorni[mese - 1];
+}
+
+// Reads up to `massimo` ASCII digits from p; returns how many it read.
+int leggiCifre(const QChar *&p, const QChar *fine, int massimo, int *valore)
 {
     int v = 0;
     int n = 0;
-    while (i < t.size() && n < massimo) {
-        const ushort c = t[i].unicode();
-        if (c < '0' || c > '9')
-            break;
-        v = v * 10 + (c - '0');
-        ++i;
+    while (p < fine && n < massimo && p->unicode() >= u'0' && p->unicode() <= u'9') {
+        v = v * 10 + (p->unicode() - u'0');
+        ++p;
         ++n;
     }
-    *quante = n;
-    return n ? v : -1;
+    *valore = v;
+    return n;
 }
 
-bool separatore(QChar c)
+// Day, month and year of a date text, without building a QDate: the grid asks
+// this of every cell it lays out.
+bool leggiGMA(const QString &testo, int *giorno, int *mese, int *anno)
 {
-    return c == QLatin1Char('/') || c == QLatin1Char('-') || c == QLatin1Char('.');
+    const QChar *p = testo.constData();
+    const QChar *fine = p + testo.size();
+    while (p < fine && p->isSpace())
+        ++p;
+    while (fine > p && fine[-1].isSpace())
+        --fine;
+    if (fine - p < 6 || fine - p > 10)
+        return false;
+    if (!leggiCifre(p, fine, 2, giorno) || p == fine)
+        return false;
+    const QChar sep = *p++;
+    if (sep != u'/' && sep != u'-' && sep != u'.')
+        return false;
+    if (!leggiCifre(p, fine, 2, mese) || p == fine || *p++ != sep)
+        return false;
+    const int cifreAnno = leggiCifre(p, fine, 4, anno);
+    if (p != fine)
+        return false;
+    if (cifreAnno == 2)
+        *anno += *anno < 30 ? 2000 : 1900;
+    else if (cifreAnno != 4 || *anno < 100)
+        return false;
+    return *mese >= 1 && *mese <= 12 && *giorno >= 1 && *giorno <= giorniDelMese(*anno, *mese);
 }
 } // namespace
 
 int GiornoDaData(const QDate &data)
 {
-    return int(data.toJulianDay() - GiornoZeroJulian);
+    return data.isValid() ? int(data.toJulianDay() - GiornoZeroJulian) : 0;
+}
+
+double GiornoDaDataOra(const QDateTime &dataOra)
+{
+    const int giorno = GiornoDaData(dataOra.date());
+    const double ora = dataOra.time().msecsSinceStartOfDay() / 86400000.0;
+    return giorno < 0 ? giorno - ora : giorno + ora;
 }
 
 QDate DataDaGiorno(double giorno)
 {
-    return QDate::fromJulianDay(GiornoZeroJulian + qint64(std::floor(giorno)));
+    if (!(giorno > GiornoMinimo - 1 && giorno < GiornoMassimo + 1))
+        return QDate();
+    return QDate::fromJulianDay(GiornoZeroJulian + qint64(std::trunc(giorno)));
 }
 
 std::optional<QDate> LeggiData(const QString &testo)
 {
-    const QString t = testo.trimmed();
-    int i = 0;
-    int n = 0;
-    const int g = leggiCifre(t, i, 2, &n);
-    if (g < 0 || i >= t.size() || !separatore(t[i]))
+    int g = 0;
+    int m = 0;
+    int a = 0;
+    if (!leggiGMA(testo, &g, &m, &a))
         return std::nullopt;
-    const QChar sep = t[i++];
-    const int m = leggiCifre(t, i, 2, &n);
-    if (m < 0 || i >= t.size() || t[i] != sep)
-        return std::nullopt;
-    ++i;
-    int a = leggiCifre(t, i, 4, &n);
-    if (a < 0 || i != t.size() || n == 3 || n == 1)
-        return std::nullopt;
-    if (n == 2)
-        a += a < 30 ? 2000 : 1900;
-    const QDate d(a, m, g);
-    if (!d.isValid())
-        return std::nullopt;
-    return d;
+    return QDate(a, m, g);
 }
 
 bool IsDate(const QString &testo)
 {
-    return LeggiData(testo).has_value();
+    int g = 0;
+    int m = 0;
+    int a = 0;
+    return leggiGMA(testo, &g, &m, &a);
 }
 
 QString OggiComeTesto()

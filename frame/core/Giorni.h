@@ -2,9 +2,12 @@
 
 // Day numbers: a date is the count of days from 30/12/1899 (day 0), so that
 // 31/12/2001 is 37256 and 01/01/2002 is 37257. Columns holding a date keep
-// that number.
+// that number. The fraction of a day number is the time of day; before day 0
+// the fraction still counts forward from midnight, so -1.25 is 29/12/1899
+// at 06:00, as the classic date type has it.
 
 #include <QDate>
+#include <QDateTime>
 #include <QString>
 #include <optional>
 
@@ -12,13 +15,22 @@ namespace sorvane {
 
 constexpr int GiornoEuro = 37257; // 01/01/2002, first day of the euro
 
-int GiornoDaData(const QDate &data);
-QDate DataDaGiorno(double giorno); // the fraction (time of day) is dropped
+// The classic date type runs from 01/01/0100 to 31/12/9999.
+constexpr int GiornoMinimo = -657434;
+constexpr int GiornoMassimo = 2958465;
 
-// Reads "d/m/y" (separators "/", "-" or "."), one or two digits for day and
-// month, two or four for the year; two-digit years 00-29 are 2000-2029,
-// 30-99 are 1930-1999. Only real calendar days. Leading and trailing blanks
-// are allowed.
+int GiornoDaData(const QDate &data); // an invalid date gives 0
+// The day number of a date and time, the time as the fraction.
+double GiornoDaDataOra(const QDateTime &dataOra);
+// The fraction (time of day) is dropped; a number outside the classic range
+// (or not a number) gives an invalid date.
+QDate DataDaGiorno(double giorno);
+
+// Reads "d/m/y" (separators "/", "-" or ".", the same one twice), one or two
+// digits for day and month, two or four for the year; two-digit years 00-29
+// are 2000-2029, 30-99 are 1930-1999; four-digit years from 0100 to 9999.
+// Only real calendar days; no other order and no other shape (one- and
+// three-digit years are not dates). Leading and trailing blanks are allowed.
 std::optional<QDate> LeggiData(const QString &testo);
 bool IsDate(const QString &testo);
 

@@ -82,6 +82,9 @@ QString TrovaIniServer(const QString &iniLocale);
 QString PreparaCartella(const QString &etichetta, const QString &percorso);
 
 // Both read impostazioni().IniLocale/IniServer and sessione().CodiceOperatore.
+// LeggiPercorsi sets PathDati, PathLavoro, PathComune and the operator (the
+// INI's BASE/OPERATORE, else NomeUtenteBreve). CaricaImpostazioni starts from
+// the defaults, keeping the INI files, what LeggiPercorsi set and FileIndici.
 void LeggiPercorsi();
 void CaricaImpostazioni();
 

@@ -28,6 +28,8 @@ QString CartellaWindows();
 // The logon name of the user, at most 100 characters; empty on failure.
 QString NomeUtente();
 
+// A path written in the INI with "\" or "/", with the platform's separator.
+QString PercorsoNativo(const QString &percorso);
 // Adds the platform's separator to a directory that does not end with one;
 // "\" and "/" written in the INI become the platform's separator.
 QString ConSeparatore(const QString &percorso);

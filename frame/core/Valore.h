@@ -16,8 +16,10 @@ inline bool IsNull(const QVariant &v) { return v.isValid() && v.isNull(); }
 inline bool IsEmpty(const QVariant &v) { return !v.isValid(); }
 
 // Reads a number written by a person: first with the program's locale
-// (group separators allowed where they belong), then with "." as decimal
-// separator. Leading and trailing blanks are allowed; nothing else is.
+// (group separators allowed where they belong: "1.234" is 1234 in Italian),
+// then with "." as decimal separator and no groups ("12.34" is 12.34 in
+// Italian too). Leading and trailing blanks are allowed; nothing else is, nor
+// "inf" and "nan", nor a number too large for a double.
 bool LeggiNumero(const QString &testo, double *valore);
 
 // True when the value is a number, or a text that LeggiNumero reads.
@@ -28,8 +30,10 @@ bool IsNumeric(const QVariant &v);
 // LeggiNumero, dates as their day number; anything else 0.
 double CDbl(const QVariant &v);
 
-// The numeric prefix of a text, "." as decimal point, blanks skipped:
-// "12abc" is 12, "abc" is 0, " -3.5x" is -3.5.
+// The numeric prefix of a text, "." as decimal point, in any locale; blanks
+// anywhere are skipped, an exponent starts with "E" or "D": "12abc" is 12,
+// "abc" is 0, " -3.5x" is -3.5, "1 2" is 12. A number too large for a double
+// gives 0.
 double Val(const QString &testo);
 
 } // namespace sorvane

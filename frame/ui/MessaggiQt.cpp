@@ -1,6 +1,7 @@
 #include "frame/ui/MessaggiQt.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -47,6 +48,19 @@ QMessageBox::Icon icona(Icona i)
     return QMessageBox::NoIcon;
 }
 
+// Escape answers Cancel where the box has it, else No, else the default button:
+// a box without a way out keeps the answer the program proposes.
+int PulsanteEsc(const QList<Bottone> &lista, int predefinito)
+{
+    for (Risposta via : {Risposta::Annulla, Risposta::No}) {
+        for (int i = 0; i < lista.size(); ++i) {
+            if (lista.at(i).risposta == via)
+                return i;
+        }
+    }
+    return predefinito;
+}
+
 } // namespace
 
 Risposta MessaggiQt::chiedi(const Richiesta &richiesta)
@@ -56,6 +70,8 @@ Risposta MessaggiQt::chiedi(const Richiesta &richiesta)
     // A box without a title carries the program's name, as the classic one did.
     box.setWindowTitle(richiesta.titolo.isEmpty() ? QApplication::applicationName().toUpper()
                                                    : richiesta.titolo);
+    // Messages hold "<" and ">" ("IMPORTO < 0", "ROSSI >MARIO"): never read as markup.
+    box.setTextFormat(Qt::PlainText);
     box.setText(richiesta.testo);
     const QList<Bottone> lista = bottoni(richiesta.pulsanti);
     QList<QPushButton *> creati;
@@ -64,11 +80,20 @@ Risposta MessaggiQt::chiedi(const Richiesta &richiesta)
         pb->setText(QString::fromUtf8(b.testo));
         creati.append(pb);
     }
-    const int predefinito = qBound(0, richiesta.predefinito, int(creati.size()) - 1);
+    // Out of range means the first button, as for the silent responder.
+    const int predefinito =
+        (richiesta.predefinito >= 0 && richiesta.predefinito < creati.size())
+            ? richiesta.predefinito
+            : 0;
     box.setDefaultButton(creati.at(predefinito));
-    // Escape answers Cancel or No where the box has one, else the default.
-    box.setEscapeButton(creati.last());
+    box.setEscapeButton(creati.at(PulsanteEsc(lista, predefinito)));
+    // A message in the middle of a long job must not show the hourglass.
+    const bool attesa = QApplication::overrideCursor() != nullptr;
+    if (attesa)
+        QApplication::setOverrideCursor(QCursor(Qt::ArrowCursor));
     box.exec();
+    if (attesa)
+        QApplication::restoreOverrideCursor();
     const int scelto = int(creati.indexOf(static_cast<QPushButton *>(box.clickedButton())));
     if (scelto < 0)
         return lista.at(predefinito).risposta;

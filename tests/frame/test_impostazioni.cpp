@@ -1,1 +1,407 @@
-// filled in by its owner
+#include "frame/core/Impostazioni.h"
+
+#include "frame/core/Ini.h"
+#include "frame/core/Messaggi.h"
+#include "frame/core/Sessione.h"
+#include "support/CartellaProva.h"
+
+#include <QDate>
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <gtest/gtest.h>
+
+#include <tuple>
+#include <utility>
+
+using namespace sorvane;
+using sorvane::prova::CartellaProva;
+
+namespace {
+
+// Puts an environment variable back as it was, set or not.
+class AmbienteSalvato
+{
+public:
+    explicit AmbienteSalvato(const char *nome)
+        : m_nome(nome), m_era(qEnvironmentVariableIsSet(nome)), m_valore(qgetenv(nome))
+    {
+    }
+    ~AmbienteSalvato()
+    {
+        if (m_era)
+            qputenv(m_nome, m_valore);
+        else
+            qunsetenv(m_nome);
+    }
+
+private:
+    const char *m_nome;
+    bool m_era;
+    QByteArray m_valore;
+};
+
+class ImpostazioniProva : public ::testing::Test
+{
+protected:
+    ImpostazioniProva() : m_prima(impostazioni()), m_sessione(sessione())
+    {
+        impostazioni() = Impostazioni{};
+        sessione().CodiceOperatore = QStringLiteral("CMD");
+        sessione().NomeUtenteBreve = QStringLiteral("utent");
+        qunsetenv("SORVANE_INI");
+    }
+    ~ImpostazioniProva() override
+    {
+        impostazioni() = m_prima;
+        sessione() = m_sessione;
+    }
+
+    QString Cartella(const QString &nome) const { return ConSeparatore(m_dir.file(nome)); }
+
+    QByteArray Percorso(const QString &nome) const { return m_dir.file(nome).toUtf8(); }
+
+    // The local INI holds the data and work folders of the test plus the
+    // lines given; the server INI is the local one unless a test writes it.
+    void Locale(const QByteArray &altro, const QByteArray &righePath = {})
+    {
+        impostazioni().IniLocale = m_dir.scrivi(
+            "locale.ini", "[PATH]\nFILE=" + Percorso("dati") + "\nWORK=" + Percorso("lavoro")
+                              + "\n" + righePath + altro);
+        if (impostazioni().IniServer.isEmpty())
+            impostazioni().IniServer = impostazioni().IniLocale;
+    }
+
+    void Server(const QByteArray &testo)
+    {
+        impostazioni().IniServer = m_dir.scrivi("server.ini", testo);
+    }
+
+    void Carica(const QByteArray &altro = {}, const QByteArray &righePath = {})
+    {
+        Locale(altro, righePath);
+        LeggiPercorsi();
+        CaricaImpostazioni();
+    }
+
+    // The settings read from a local INI with the lines given.
+    const Impostazioni &Con(const QByteArray &righe)
+    {
+        Carica(righe + "\n");
+        return impostazioni();
+    }
+
+    CartellaProva m_dir;
+    MessaggiRegistrati m_messaggi;
+    AmbienteSalvato m_ini{"SORVANE_INI"};
+
+private:
+    Impostazioni m_prima;
+    Sessione m_sessione;
+};
+
+} // namespace
+
+TEST_F(ImpostazioniProva, IniLocaleNellOrdineDeiCandidati)
+{
+    const QString programma = m_dir.file("prog");
+    const QString sistema = Cartella("etc");
+    const QStringList candidati{m_dir.scrivi("prog/prova.ini", "x"),
+                                m_dir.scrivi("prog/SORVANE.ini", "x"),
+                                m_dir.scrivi("etc/prova.ini", "x"),
+                                m_dir.scrivi("etc/SORVANE.ini", "x")};
+    const QString altrove = m_dir.scrivi("altrove/mio.ini", "x");
+
+    qputenv("SORVANE_INI", altrove.toLocal8Bit());
+    EXPECT_EQ(TrovaIniLocale(programma, "prova", sistema), altrove);
+    EXPECT_EQ(TrovaIniLocale(), altrove);
+    qputenv("SORVANE_INI", m_dir.file("manca.ini").toLocal8Bit());
+    for (const QString &c : candidati) {
+        EXPECT_EQ(QDir::cleanPath(TrovaIniLocale(programma, "prova", sistema)), c);
+        QFile::remove(c);
+    }
+    EXPECT_EQ(TrovaIniLocale(programma, "prova", sistema), "");
+}
+
+TEST_F(ImpostazioniProva, IniServerDaFileini)
+{
+    const QString server = m_dir.scrivi("server.ini", "[PARAMETRI]\n");
+    const QString locale = m_dir.scrivi("a.ini", "[PATH]\nFileini=" + server.toUtf8() + "\n");
+    EXPECT_EQ(TrovaIniServer(locale), server);
+
+    QString rovescio = server;
+    rovescio.replace('/', '\\');
+    const QString locale2 = m_dir.scrivi("b.ini", "[path]\nfileini=" + rovescio.toUtf8() + "\n");
+    EXPECT_EQ(QDir::cleanPath(TrovaIniServer(locale2)), QDir::cleanPath(server));
+
+    const QString mancante = m_dir.scrivi("c.ini", "[PATH]\nFileini=" + Percorso("no.ini") + "\n");
+    EXPECT_EQ(TrovaIniServer(mancante), mancante);
+    const QString vuoto = m_dir.scrivi("d.ini", "[PATH]\nFileini= \n");
+    EXPECT_EQ(TrovaIniServer(vuoto), vuoto);
+}
+
+TEST_F(ImpostazioniProva, PercorsiDallIni)
+{
+    const QString s = Separatore();
+    QByteArray rovescio = Percorso("dati");
+    rovescio.replace('/', '\\');
+    impostazioni().IniLocale = m_dir.scrivi(
+        "a.ini", "[PATH]\nFILE=" + rovescio + "\nWORK=" + Percorso("lavoro") + "/\n");
+    LeggiPercorsi();
+    EXPECT_EQ(impostazioni().PathDati, Cartella("dati"));
+    EXPECT_EQ(impostazioni().PathLavoro, Cartella("lavoro"));
+    EXPECT_EQ(impostazioni().PathComune, Cartella("Dati0"));
+
+    // Without PATH/FILE and WORK the data stand at the root of the drive.
+    impostazioni().IniLocale = m_dir.scrivi("b.ini", "[PATH]\nFileini=x\n");
+    LeggiPercorsi();
+#ifdef Q_OS_WIN
+    const QString radice = QDir::toNativeSeparators(QDir::currentPath().left(3));
+#else
+    const QString radice = "/";
+#endif
+    EXPECT_EQ(impostazioni().PathDati, radice);
+    EXPECT_EQ(impostazioni().PathLavoro, radice);
+    EXPECT_EQ(impostazioni().PathComune, s + "Dati0" + s);
+}
+
+TEST_F(ImpostazioniProva, OperatoreDallIniOppureDalNomeUtente)
+{
+    const AmbienteSalvato user("USER");
+    impostazioni().IniLocale = m_dir.scrivi("a.ini", "[BASE]\nOPERATORE= rossi \n");
+    LeggiPercorsi();
+    EXPECT_EQ(sessione().CodiceOperatore, "ROSSI"); // the command line's CMD goes
+
+    impostazioni().IniLocale = m_dir.scrivi("b.ini", "[BASE]\nOPERATORE=\n");
+    LeggiPercorsi();
+    EXPECT_EQ(sessione().CodiceOperatore, "UTENT");
+
+#ifndef Q_OS_WIN
+    sessione().NomeUtenteBreve.clear();
+    qputenv("USER", "verdimario");
+    LeggiPercorsi();
+    EXPECT_EQ(sessione().CodiceOperatore, "VERDI");
+#endif
+}
+
+#ifndef Q_OS_WIN
+TEST_F(ImpostazioniProva, NomeUtenteDallAmbiente)
+{
+    const AmbienteSalvato user("USER");
+    const AmbienteSalvato logname("LOGNAME");
+    qputenv("USER", "rossimario");
+    EXPECT_EQ(NomeUtente(), "rossimario");
+    qputenv("USER", QByteArray(130, 'u'));
+    EXPECT_EQ(NomeUtente(), QString(100, 'u'));
+    qunsetenv("USER");
+    qputenv("LOGNAME", "bianchi");
+    EXPECT_EQ(NomeUtente(), "bianchi");
+    qunsetenv("LOGNAME");
+    EXPECT_FALSE(NomeUtente().isEmpty()); // the account database answers
+}
+#endif
+
+TEST_F(ImpostazioniProva, ValoriPredefiniti)
+{
+    Carica();
+    const Impostazioni &imp = impostazioni();
+    const QString s = Separatore();
+    const QString dati = Cartella("dati");
+    ASSERT_EQ(sessione().CodiceOperatore, "UTENT");
+    EXPECT_EQ(imp.FileDati, dati + "UTENT" + s + "DatiDV.db");
+    EXPECT_EQ(imp.FileVisite, dati + "UTENT" + s + "VisiteDV.db");
+    EXPECT_EQ(imp.PathLavoroOperatore, Cartella("lavoro") + "UTENT" + s);
+    EXPECT_EQ(imp.FileLavoro, Cartella("lavoro") + "UTENT" + s + "WorkDV.db");
+    EXPECT_EQ(imp.PathReport, dati);
+    EXPECT_EQ(imp.PathReportOperatore, dati + "UTENT" + s);
+    EXPECT_EQ(imp.PathSave, dati + "save" + s + "UTENT" + s);
+    EXPECT_TRUE(EsisteFile(imp.PathSave, AttributoCartella));
+    EXPECT_EQ(imp.PathStampe, dati);
+    EXPECT_EQ(imp.PathTemp, dati + "temp" + s);
+    EXPECT_TRUE(EsisteFile(imp.PathTemp, AttributoCartella));
+    EXPECT_EQ(imp.PathTesti, dati);
+    EXPECT_EQ(imp.PathFogli, dati);
+    EXPECT_EQ(imp.PathImpExp, imp.PathTemp);
+
+    EXPECT_EQ(imp.MesiNomi[0], "GENNAIO");
+    EXPECT_EQ(imp.MesiNomi[5], "GIUGNIO");
+    EXPECT_EQ(imp.MesiNomi[11], "DICEMBRE");
+    EXPECT_EQ(imp.MesiNomi[12], "NON DEFINITI");
+    EXPECT_EQ(imp.MesiNomi[13], "TUTTI");
+
+    EXPECT_FALSE(imp.MovimentiPositivi);
+    EXPECT_EQ(imp.PercAss, 'I');
+    EXPECT_FLOAT_EQ(imp.PercMax, 95);
+    EXPECT_EQ(imp.TipoStampa, 'V');
+    EXPECT_EQ(imp.PreviewStampa, 0);
+    EXPECT_EQ(imp.CodLit, "LIT");
+    EXPECT_EQ(imp.CodEur, "EUR");
+    EXPECT_EQ(imp.CodBase, "EUR");
+    EXPECT_DOUBLE_EQ(imp.CambioLire, 1936.27);
+    EXPECT_EQ(imp.ColoreEvidenza, 0xFFFFC0u);
+    EXPECT_EQ(imp.FormatoDecimali, "#,###,###,##0.00");
+    EXPECT_EQ(imp.LunghezzaMandatoA, 9);
+    EXPECT_EQ(imp.LunghezzaMandatoB, 9);
+    EXPECT_EQ(imp.SaldoIniPiu, "SI+");
+    EXPECT_EQ(imp.SaldoIniMeno, "SI-");
+    EXPECT_EQ(imp.CauPlus, "PM+");
+    EXPECT_EQ(imp.CauMinus, "PM-");
+    EXPECT_EQ(imp.CauRateo, "RTT");
+    EXPECT_EQ(imp.DataRendimento, " ");
+    EXPECT_EQ(imp.AnnoSolare, QDate::currentDate().year() - 1);
+    EXPECT_EQ(imp.BancheRas, "");
+    EXPECT_EQ(imp.VitaRiv, "");
+    for (const QString &t : imp.TipiEstrattoConto)
+        EXPECT_EQ(t, "TUTTO");
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << m_messaggi.testi().join('|').toStdString();
+}
+
+TEST_F(ImpostazioniProva, ValoriLettiEPoiAzzerati)
+{
+    Carica("[REPORT]\nMODULI=" + Percorso("moduli") + "\n"
+           "[STAMPA]\nTIPO=P\nPREVIEW=1\nZOOM=300\n"
+           "[EURO]\nCODLIT=ITL\nCODEUR= EU \nLIRE=1936,5\n"
+           "[PARAMETRI]\ncmmovpos= s \nPercAss=V\nPercMax=80\nSaldoIni+=S+\nCauRateo=RT\n"
+           "datarendim=31/12/2001\nAnnoSolare=2019\nTIPOEC3=FONDI\n",
+           "STAMPE=" + Percorso("stampe") + "\nTESTI=" + Percorso("testi") + "\n");
+    const Impostazioni &imp = impostazioni();
+    EXPECT_EQ(imp.PathReport, Cartella("moduli"));
+    EXPECT_EQ(imp.PathStampe, m_dir.file("stampe"));
+    EXPECT_EQ(imp.PathTesti, Cartella("testi"));
+    EXPECT_EQ(imp.PathFogli, Cartella("testi"));
+    EXPECT_TRUE(imp.MovimentiPositivi);
+    EXPECT_EQ(imp.PercAss, 'V');
+    EXPECT_FLOAT_EQ(imp.PercMax, 80);
+    EXPECT_EQ(imp.TipoStampa, 'P');
+    EXPECT_EQ(imp.PreviewStampa, 1);
+    EXPECT_EQ(imp.ZoomStampa, 0); // beyond a byte: the step fails
+    EXPECT_EQ(imp.CodLit, "ITL");
+    EXPECT_EQ(imp.CodEur, "EU");
+    EXPECT_EQ(imp.CodBase, "EU");
+    EXPECT_DOUBLE_EQ(imp.CambioLire, 1936.5);
+    EXPECT_EQ(imp.SaldoIniPiu, "S+");
+    EXPECT_EQ(imp.CauRateo, "RT");
+    EXPECT_EQ(imp.DataRendimento, "31/12/2001");
+    EXPECT_EQ(imp.AnnoSolare, 2019);
+    EXPECT_EQ(imp.TipiEstrattoConto[3], "FONDI");
+    EXPECT_EQ(imp.TipiEstrattoConto[4], "TUTTO");
+
+    // A second reading starts from the defaults again.
+    Carica("[STAMPA]\nTIPO=X\n[PARAMETRI]\nAnnoSolare=due\nPercMax=0\n");
+    EXPECT_EQ(imp.CodLit, "LIT");
+    EXPECT_EQ(imp.TipoStampa, 'V');
+    EXPECT_EQ(imp.PreviewStampa, 0);
+    EXPECT_FALSE(imp.MovimentiPositivi);
+    EXPECT_FLOAT_EQ(imp.PercMax, 95);
+    EXPECT_EQ(imp.AnnoSolare, QDate::currentDate().year() - 1);
+    EXPECT_EQ(imp.TipiEstrattoConto[3], "TUTTO");
+}
+
+TEST_F(ImpostazioniProva, ChiaviDelServerSoloDalServer)
+{
+    Server("[PARAMETRI]\nMANDATO=5-7\nrasbank=a|b\n[EURO]\nCODLIT=SRV\n");
+    Carica("[PARAMETRI]\nvitariv=x|y\nCauPlus=LOC\n");
+    const Impostazioni &imp = impostazioni();
+    EXPECT_EQ(imp.LunghezzaMandatoA, 5);
+    EXPECT_EQ(imp.LunghezzaMandatoB, 7);
+    EXPECT_EQ(imp.BancheRas, "a|b|");
+    EXPECT_EQ(imp.CodLit, "LIT");
+    EXPECT_EQ(imp.VitaRiv, "");
+    EXPECT_EQ(imp.CauPlus, "PM+");
+}
+
+TEST_F(ImpostazioniProva, CartellaPerOperatoreConPercento)
+{
+    const QString s = Separatore();
+    Carica({}, "TEMP=" + Percorso("tmp") + "%qualunque\\cosa\nFOGLI=" + Percorso("fogli") + "%\n");
+    const Impostazioni &imp = impostazioni();
+    EXPECT_EQ(imp.PathTemp, Cartella("tmp") + "UTENT" + s);
+    EXPECT_TRUE(EsisteFile(imp.PathTemp, AttributoCartella));
+    EXPECT_EQ(imp.PathImpExp, imp.PathTemp);
+    EXPECT_EQ(imp.PathFogli, Cartella("fogli") + "UTENT" + s);
+    EXPECT_TRUE(EsisteFile(imp.PathFogli, AttributoCartella));
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty());
+}
+
+TEST_F(ImpostazioniProva, FormatoDecimali)
+{
+    const std::pair<QByteArray, QString> casi[] = {
+        {"", "#,###,###,##0.00"},
+        {"due", "#,###,###,##0.00"},
+        {"0", "###,###,##0.000"},
+        {"-1", "###,###,##0.000"},
+        {"1", "#,###,###,##0.0"},
+        {"4", "#,###,###,##0.0000"},
+        {"2,5", "#,###,###,##0.00"}, // half to even, as the classic conversion
+    };
+    for (const auto &[valore, formato] : casi) {
+        EXPECT_EQ(Con("[PARAMETRI]\nDECIMALI=" + valore).FormatoDecimali, formato)
+            << valore.data();
+    }
+}
+
+TEST_F(ImpostazioniProva, CambioLire)
+{
+    const std::pair<QByteArray, double> casi[] = {
+        {"", 1936.27}, {"lire", 1936.27}, {"12abc", 1936.27}, {"2000", 2000}, {"1936,5", 1936.5}};
+    for (const auto &[valore, cambio] : casi)
+        EXPECT_DOUBLE_EQ(Con("[EURO]\nLIRE=" + valore).CambioLire, cambio) << valore.data();
+}
+
+TEST_F(ImpostazioniProva, LunghezzeDelMandato)
+{
+    const std::tuple<QByteArray, int, int> casi[] = {
+        {"", 9, 9},   {"5", 9, 9},  {"5-7", 5, 7}, {"0-3", 9, 3},        {"abc-4", 9, 4},
+        {"6-", 6, 9}, {"-5", 9, 5}, {"x-y", 9, 9}, {" 8 - 10 ", 8, 10}, {"6-7-8", 6, 7}};
+    for (const auto &[valore, a, b] : casi) {
+        Server("[PARAMETRI]\nMANDATO=" + valore + "\n");
+        const Impostazioni &imp = Con({});
+        EXPECT_EQ(std::pair(imp.LunghezzaMandatoA, imp.LunghezzaMandatoB), std::pair(a, b))
+            << valore.data();
+    }
+}
+
+TEST_F(ImpostazioniProva, ListeSeparateDaBarre)
+{
+    const std::pair<QByteArray, QString> casi[] = {
+        {"", ""}, {"|", ""}, {"a|b", "a|b|"}, {"|a", "a|"}, {"a|", "a|"}, {"a", "a|"}};
+    for (const auto &[valore, lista] : casi) {
+        const Impostazioni &imp = Con("[PARAMETRI]\nrasbank=" + valore + "\nvitariv=" + valore);
+        EXPECT_EQ(imp.BancheRas, lista) << valore.data();
+        EXPECT_EQ(imp.VitaRiv, lista) << valore.data();
+    }
+}
+
+TEST_F(ImpostazioniProva, CartellaSaveNonCreabile)
+{
+    m_dir.scrivi("piano.txt", "un file, non una cartella");
+    const QString save = Cartella("piano.txt/save");
+    Carica({}, "SAVE=" + Percorso("piano.txt/save") + "\n");
+
+    ASSERT_EQ(m_messaggi.richieste().size(), 1) << m_messaggi.testi().join('|').toStdString();
+    const QString testo = m_messaggi.richieste().first().testo;
+    EXPECT_TRUE(testo.startsWith("ERRORE SAVE\n" + save + "\n")) << testo.toStdString();
+    EXPECT_TRUE(QRegularExpression("\n\\d+-\\S").match(testo).hasMatch()) << testo.toStdString();
+    // The run goes on with the path it was given and the later steps.
+    EXPECT_EQ(impostazioni().PathSave, save + "UTENT" + Separatore());
+    EXPECT_EQ(impostazioni().PathTemp, Cartella("dati/temp"));
+    EXPECT_EQ(impostazioni().TipiEstrattoConto[9], "TUTTO");
+}
+
+TEST_F(ImpostazioniProva, PreparaCartellaNonCreabile)
+{
+    m_dir.scrivi("piano.txt", "x");
+    sessione().CodiceOperatore = "OP";
+    const QString cartella = Cartella("piano.txt/temp");
+    EXPECT_EQ(PreparaCartella("TEMP", m_dir.file("piano.txt/temp%")),
+              cartella + "OP" + Separatore());
+    ASSERT_EQ(m_messaggi.richieste().size(), 1);
+    const QString testo = m_messaggi.richieste().first().testo;
+    EXPECT_TRUE(testo.startsWith("ERRORE TEMP")) << testo.toStdString();
+    EXPECT_TRUE(testo.contains(cartella)) << testo.toStdString();
+
+    m_messaggi.pulisci();
+    EXPECT_EQ(PreparaCartella("TESTI", m_dir.file("nuova")), Cartella("nuova"));
+    EXPECT_TRUE(EsisteFile(Cartella("nuova"), AttributoCartella));
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty());
+}

@@ -1,1 +1,272 @@
-// filled in by its owner
+#include "frame/core/Sessione.h"
+#include "frame/ui/Cursore.h"
+#include "frame/ui/MessaggiQt.h"
+#include "frame/ui/Modale.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace sorvane;
+
+namespace {
+
+// What the box showed while it was up.
+struct Visto
+{
+    QString titolo;
+    QString testo;
+    QMessageBox::Icon icona = QMessageBox::NoIcon;
+    Qt::TextFormat formato = Qt::AutoText;
+    QStringList pulsanti;
+    QString predefinito;
+    QString esc;
+    Qt::CursorShape cursore = Qt::BitmapCursor; // BitmapCursor: no override cursor
+};
+
+// Once the message box is up, notes what it shows and works it with azione.
+void QuandoAperta(Visto *visto, std::function<void(QMessageBox *)> azione)
+{
+    QTimer::singleShot(0, qApp, [visto, azione] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box) {
+            QuandoAperta(visto, azione); // not shown yet
+            return;
+        }
+        visto->titolo = box->windowTitle();
+        visto->testo = box->text();
+        visto->icona = box->icon();
+        visto->formato = box->textFormat();
+        for (QAbstractButton *b : box->buttons())
+            visto->pulsanti.append(b->text());
+        if (box->defaultButton())
+            visto->predefinito = box->defaultButton()->text();
+        if (box->escapeButton())
+            visto->esc = box->escapeButton()->text();
+        if (const QCursor *c = QApplication::overrideCursor())
+            visto->cursore = c->shape();
+        azione(box);
+    });
+}
+
+void Clicca(Visto *visto, const QString &didascalia)
+{
+    QuandoAperta(visto, [didascalia](QMessageBox *box) {
+        for (QAbstractButton *b : box->buttons()) {
+            if (b->text() == didascalia) {
+                b->click();
+                return;
+            }
+        }
+        box->done(0); // no such button: close, and let the answer fail the test
+    });
+}
+
+void PremiEsc(Visto *visto)
+{
+    QuandoAperta(visto, [](QMessageBox *box) { QTest::keyClick(box, Qt::Key_Escape); });
+}
+
+Richiesta Chiedi(const QString &testo, const QString &titolo, Icona icona, Pulsanti pulsanti,
+                 int predefinito = 0)
+{
+    return Richiesta{testo, titolo, icona, pulsanti, predefinito};
+}
+
+} // namespace
+
+TEST(MessaggiQt, MostraLaRichiestaERispondeIlPulsanteCliccato)
+{
+    MessaggiQt qt;
+    Visto visto;
+    Clicca(&visto, QStringLiteral("No"));
+    const Risposta r = qt.chiedi(Chiedi(QStringLiteral("CONFERMI LA CANCELLAZIONE?"),
+                                        QStringLiteral("ATTENZIONE"), Icona::Domanda,
+                                        Pulsanti::SiNoAnnulla, 1));
+    EXPECT_EQ(r, Risposta::No);
+    EXPECT_EQ(visto.titolo, "ATTENZIONE");
+    EXPECT_EQ(visto.testo, "CONFERMI LA CANCELLAZIONE?");
+    EXPECT_EQ(visto.icona, QMessageBox::Question);
+    EXPECT_EQ(visto.pulsanti.size(), 3);
+    EXPECT_TRUE(visto.pulsanti.contains(QString::fromUtf8("S\u00ec")));
+    EXPECT_TRUE(visto.pulsanti.contains("Annulla"));
+    EXPECT_EQ(visto.predefinito, "No");
+    EXPECT_EQ(visto.esc, "Annulla");
+}
+
+TEST(MessaggiQt, RiprovaAnnullaConIconaStop)
+{
+    MessaggiQt qt;
+    Visto visto;
+    Clicca(&visto, QStringLiteral("Riprova"));
+    const Risposta r =
+        qt.chiedi(Chiedi(QStringLiteral("TABELLA NON DISPONIBILE"),
+                         QStringLiteral("ERRORE APERTURA TABELLA"), Icona::Stop,
+                         Pulsanti::RiprovaAnnulla));
+    EXPECT_EQ(r, Risposta::Riprova);
+    EXPECT_EQ(visto.icona, QMessageBox::Critical);
+    EXPECT_EQ(visto.pulsanti, QStringList({"Riprova", "Annulla"}));
+    EXPECT_EQ(visto.predefinito, "Riprova");
+}
+
+TEST(MessaggiQt, SenzaTitoloPortaIlNomeDelProgramma)
+{
+    MessaggiQt qt;
+    Visto visto;
+    Clicca(&visto, QStringLiteral("OK"));
+    const Risposta r = qt.chiedi(
+        Chiedi(QStringLiteral("IMPORTO < 0 PER <ROSSI>"), QString(), Icona::Esclamazione,
+               Pulsanti::Ok));
+    EXPECT_EQ(r, Risposta::Ok);
+    EXPECT_EQ(visto.titolo, QApplication::applicationName().toUpper());
+    EXPECT_EQ(visto.icona, QMessageBox::Warning);
+    // Angle brackets are text, never markup.
+    EXPECT_EQ(visto.formato, Qt::PlainText);
+    EXPECT_EQ(visto.testo, "IMPORTO < 0 PER <ROSSI>");
+}
+
+TEST(MessaggiQt, EscRispondeAnnullaONoAltrimentiIlPredefinito)
+{
+    struct Caso
+    {
+        Pulsanti pulsanti;
+        int predefinito;
+        Risposta attesa;
+    };
+    const Caso casi[] = {
+        {Pulsanti::Ok, 0, Risposta::Ok},
+        {Pulsanti::OkAnnulla, 0, Risposta::Annulla},
+        {Pulsanti::SiNo, 0, Risposta::No},
+        {Pulsanti::SiNoAnnulla, 0, Risposta::Annulla},
+        {Pulsanti::InterrompiRiprovaIgnora, 1, Risposta::Riprova},
+        {Pulsanti::InterrompiRiprovaIgnora, 2, Risposta::Ignora},
+    };
+    MessaggiQt qt;
+    for (const Caso &c : casi) {
+        SCOPED_TRACE(testing::Message() << "pulsanti " << int(c.pulsanti));
+        Visto visto;
+        PremiEsc(&visto);
+        EXPECT_EQ(qt.chiedi(Chiedi("x", "t", Icona::Nessuna, c.pulsanti, c.predefinito)),
+                  c.attesa);
+    }
+}
+
+TEST(MessaggiQt, PredefinitoFuoriMisuraEIlPrimo)
+{
+    MessaggiQt qt;
+    Visto visto;
+    PremiEsc(&visto);
+    // With Abort/Retry/Ignore Escape gives the default button.
+    EXPECT_EQ(qt.chiedi(Chiedi("x", "t", Icona::Nessuna, Pulsanti::InterrompiRiprovaIgnora, 7)),
+              Risposta::Interrompi);
+    EXPECT_EQ(visto.predefinito, "Interrompi");
+}
+
+TEST(MessaggiQt, InstallatoRispondeAMessaggio)
+{
+    MessaggiQt qt;
+    installaMessaggi(&qt);
+    Visto visto;
+    Clicca(&visto, QStringLiteral("Ignora"));
+    const Risposta r = Messaggio(QStringLiteral("ERRORE DI STAMPA"), QStringLiteral("STAMPA"),
+                                 Icona::Esclamazione, Pulsanti::InterrompiRiprovaIgnora);
+    installaMessaggi(nullptr);
+    EXPECT_EQ(r, Risposta::Ignora);
+    EXPECT_EQ(sessione().EsitoMsg, 5);
+    EXPECT_EQ(visto.titolo, "STAMPA");
+}
+
+TEST(MessaggiQt, DuranteLAttesaIlMessaggioHaIlPuntatoreNormale)
+{
+    MessaggiQt qt;
+    CursoreAttesa();
+    Visto visto;
+    Clicca(&visto, QStringLiteral("OK"));
+    qt.chiedi(Chiedi("x", "t", Icona::Informazione, Pulsanti::Ok));
+    EXPECT_EQ(visto.cursore, Qt::ArrowCursor);
+    ASSERT_NE(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    CursoreNormale();
+}
+
+TEST(Modale, UsaIlGestoreInstallatoOppureExec)
+{
+    QDialog dialogo;
+    QDialog *ricevuto = nullptr;
+    installaGestoreModale([&ricevuto](QDialog &d) {
+        ricevuto = &d;
+        return 42;
+    });
+    EXPECT_EQ(EseguiModale(dialogo), 42);
+    EXPECT_EQ(ricevuto, &dialogo);
+    EXPECT_FALSE(dialogo.isVisible());
+
+    installaGestoreModale({});
+    QTimer::singleShot(0, &dialogo, [&dialogo] {
+        EXPECT_TRUE(dialogo.isVisible());
+        dialogo.done(7);
+    });
+    EXPECT_EQ(EseguiModale(dialogo), 7);
+    QTimer::singleShot(0, &dialogo, &QDialog::accept);
+    EXPECT_EQ(EseguiModale(dialogo), QDialog::Accepted);
+}
+
+TEST(Cursore, LAttesaNonSiAccumula)
+{
+    CursoreAttesa();
+    CursoreAttesa();
+    CursoreAttesa();
+    ASSERT_NE(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    QApplication::restoreOverrideCursor();
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST(Cursore, IlNormaleTogliOgniPuntatoreImposto)
+{
+    QWidget ricordato;
+    ricordato.show();
+    QApplication::setActiveWindow(&ricordato);
+    ASSERT_EQ(QApplication::activeWindow(), &ricordato);
+    ricordato.setCursor(Qt::CrossCursor);
+    QApplication::setOverrideCursor(Qt::IBeamCursor); // left behind by someone else
+    CursoreAttesa();
+
+    QWidget altro;
+    altro.show();
+    QApplication::setActiveWindow(&altro);
+    altro.setCursor(Qt::SizeAllCursor);
+    CursoreNormale();
+
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(ricordato.cursor().shape(), Qt::ArrowCursor);
+    EXPECT_EQ(altro.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST(Cursore, LimitaDimensioniAlloSchermo)
+{
+    QWidget finestra;
+    finestra.resize(100, 400);
+    const QSize schermo = finestra.screen()->availableGeometry().size();
+    int larghezza = schermo.width() + 500;
+    int altezza = 200;
+    LimitaDimensioni(&finestra, larghezza, altezza);
+    EXPECT_EQ(larghezza, schermo.width());
+    EXPECT_EQ(altezza, 200);
+    // Widened to the cap; the height, already larger, stays.
+    EXPECT_EQ(finestra.size(), QSize(schermo.width(), 400));
+
+    int l = 50;
+    int a = schermo.height() * 2;
+    LimitaDimensioni(nullptr, l, a);
+    EXPECT_EQ(l, 50);
+    EXPECT_EQ(a, QGuiApplication::primaryScreen()->availableGeometry().height());
+}
