@@ -1,0 +1,284 @@
+#include "ProvaInsieme.h"
+
+#include <QFile>
+#include <QSet>
+
+using namespace sorvane;
+using namespace sorvane::prova;
+
+namespace {
+
+const QStringList ParoleApertura = {
+    "Aggancio WorkSpace operativo",    "Apertura DataBase operativo",
+    "Aggancio WorkSpace di lavoro",    "Apertura DataBase di lavoro",
+    "Aggancio WorkSpace delle Visite", "Apertura DataBase delle Visite",
+    "Aggancio WorkSpace degli indici", "Apertura DataBase degli indici",
+};
+const QStringList ParoleRicostruzione = {
+    "Connessione Tabelle Base",
+    "Connessione Tabelle delle Visite",
+    "Connessione Tabelle degli Indici",
+};
+
+class Connessione : public ProvaInsieme
+{
+protected:
+    bool Connetti()
+    {
+        m_parole.clear();
+        return ConnettiDatabase([this](const QString &p) { m_parole.append(p); });
+    }
+
+    // The catalogue as name -> Connect text.
+    QMap<QString, QString> Catalogo()
+    {
+        QMap<QString, QString> c;
+        QSqlQuery q(Db());
+        EXPECT_TRUE(q.exec("SELECT Nome, Connessione, Origine FROM Allegati"));
+        while (q.next()) {
+            EXPECT_EQ(q.value(0).toString(), q.value(2).toString());
+            c.insert(q.value(0).toString(), q.value(1).toString());
+        }
+        return c;
+    }
+
+    // What a catalogue built on the present settings holds.
+    QMap<QString, QString> CatalogoAtteso()
+    {
+        QMap<QString, QString> c;
+        for (int i = 0; i < NumeroAllegati; ++i)
+            if (!ElencoAllegati()[i].isEmpty())
+                c.insert(ElencoAllegati()[i],
+                         ";DATABASE=" + PercorsoArchivio(ArchivioAllegato(i)));
+        c.insert("Indici", ";DATABASE=" + PercorsoArchivio(Archivio::Indici));
+        return c;
+    }
+
+    QStringList m_parole;
+};
+
+} // namespace
+
+TEST_F(Connessione, UnArchivioDiLavoroVuotoHaTuttiGliAllegati)
+{
+    CreaTutti();
+    // An empty working file: not even the catalogue is there.
+    QFile::remove(PercorsoArchivio(Archivio::Lavoro));
+    { AltraConnessione vuoto(PercorsoArchivio(Archivio::Lavoro)); vuoto.esegui("VACUUM"); }
+
+    ASSERT_TRUE(Connetti());
+    EXPECT_EQ(m_parole, ParoleApertura + ParoleRicostruzione);
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join("|"));
+    EXPECT_TRUE(archivi().DbDatiAperto);
+    EXPECT_TRUE(archivi().DbLavoroAperto);
+    EXPECT_TRUE(archivi().IndiciAperto);
+    EXPECT_EQ(impostazioni().FileIndici, impostazioni().PathDati + "IndiciDV.db");
+    EXPECT_EQ(Catalogo(), CatalogoAtteso());
+    // A blank entry of the list never reaches the catalogue.
+    EXPECT_EQ(Valore("SELECT count(*) FROM Allegati WHERE trim(Nome) = ''").toInt(), 0);
+    EXPECT_EQ(Catalogo().size(), 49);
+
+    // Every table answers by its plain name on the one connection.
+    for (const char *t : {"Distinte", "BkDistinte", "VisiteN", "Indici", "TabAzioni"})
+        EXPECT_TRUE(Esegui(QString("SELECT * FROM %1").arg(t))) << t;
+
+    // A second start finds the attachments standing and leaves them be.
+    ChiudiDatabase();
+    ASSERT_TRUE(Connetti());
+    EXPECT_EQ(m_parole, ParoleApertura);
+}
+
+TEST_F(Connessione, CartellaSpostataRicostruitaInSilenzio)
+{
+    CreaTutti();
+    ASSERT_TRUE(Connetti());
+    ChiudiDatabase();
+
+    const QString nuova = m_cartella.file("altrove");
+    ASSERT_TRUE(QDir().rename(m_cartella.file("dati"), nuova + "_dati"));
+    ASSERT_TRUE(QDir().mkpath(nuova));
+    ASSERT_TRUE(QDir().rename(nuova + "_dati", nuova + "/dati"));
+    ASSERT_TRUE(QDir().rename(m_cartella.file("lavoro"), nuova + "/lavoro"));
+    Punta(nuova);
+
+    ASSERT_TRUE(Connetti());
+    EXPECT_EQ(m_parole, ParoleApertura + ParoleRicostruzione);
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty());
+    EXPECT_EQ(Catalogo(), CatalogoAtteso());
+}
+
+TEST_F(Connessione, UnSoloAllegatoScadutoLiRicostruisceTutti)
+{
+    CreaTutti();
+    ASSERT_TRUE(Connetti());
+    // One entry points at a file that has gone; another at a different file
+    // that exists, which the count takes as good.
+    const QString altro = m_cartella.scrivi("altro.db", "x");
+    ASSERT_TRUE(Esegui("UPDATE Allegati SET Connessione = ';DATABASE=/non/esiste.db' "
+                       "WHERE Nome = 'Societa'"));
+    ASSERT_TRUE(Esegui(QString("UPDATE Allegati SET Connessione = ';DATABASE=%1' "
+                               "WHERE Nome = 'Azioni'").arg(altro)));
+    ChiudiDatabase();
+
+    ASSERT_TRUE(Connetti());
+    EXPECT_EQ(m_parole, ParoleApertura + ParoleRicostruzione);
+    EXPECT_EQ(Catalogo(), CatalogoAtteso());
+
+    // With only the foreign path left, the count is whole and nothing moves.
+    ASSERT_TRUE(Esegui(QString("UPDATE Allegati SET Connessione = ';DATABASE=%1' "
+                               "WHERE Nome = 'Azioni'").arg(altro)));
+    ChiudiDatabase();
+    ASSERT_TRUE(Connetti());
+    EXPECT_EQ(m_parole, ParoleApertura);
+    EXPECT_EQ(Catalogo().value("Azioni"), ";DATABASE=" + altro);
+}
+
+TEST_F(Connessione, TabellaMancanteDettaUnaVoltaELAvvioProsegue)
+{
+    CreaTutti();
+    {
+        AltraConnessione dati(PercorsoArchivio(Archivio::Dati));
+        ASSERT_TRUE(dati.esegui("DROP TABLE Moduli"));
+    }
+    ASSERT_TRUE(Connetti());
+    ASSERT_EQ(m_messaggi.richieste().size(), 1);
+    const Richiesta r = m_messaggi.richieste().first();
+    EXPECT_EQ(r.testo, "ERRORE IN CONNESSIONE TABELLA BASE Moduli");
+    EXPECT_EQ(r.titolo, NomeProgrammaMaiuscolo() + " -ERRORE CONNESIONE TABELLE");
+    EXPECT_EQ(r.icona, Icona::Stop);
+    // The rebuild is undone whole: the catalogue stays as it was, empty.
+    EXPECT_EQ(Valore("SELECT count(*) FROM Allegati").toInt(), 0);
+    EXPECT_TRUE(archivi().DbDatiAperto);
+}
+
+TEST_F(Connessione, FileMancanteNonVieneCreato)
+{
+    CreaTutti();
+    const QString visite = PercorsoArchivio(Archivio::Visite);
+    ASSERT_TRUE(QFile::remove(visite));
+
+    EXPECT_FALSE(Connetti());
+    ASSERT_EQ(m_messaggi.richieste().size(), 1);
+    const Richiesta r = m_messaggi.richieste().first();
+    EXPECT_EQ(r.testo, "DATABASE " + visite + " INESISTENTE");
+    EXPECT_EQ(r.titolo, NomeProgrammaMaiuscolo() + " -ERRORE");
+    EXPECT_EQ(r.icona, Icona::Stop);
+    EXPECT_EQ(r.pulsanti, Pulsanti::RiprovaAnnulla);
+    // Cancel leaves nothing open, and the wrong path stays without a file.
+    EXPECT_FALSE(QFile::exists(visite));
+    EXPECT_FALSE(archivi().DbDatiAperto);
+    EXPECT_FALSE(archivi().DbLavoroAperto);
+    EXPECT_FALSE(archivi().IndiciAperto);
+    EXPECT_FALSE(Db().isValid());
+    EXPECT_EQ(m_parole.last(), "Apertura DataBase delle Visite");
+}
+
+TEST_F(Connessione, RiprovaRicominciaDallInizio)
+{
+    CreaTutti();
+    const QString dati = PercorsoArchivio(Archivio::Dati);
+    const QString copia = m_cartella.file("copia.db");
+    ASSERT_TRUE(QFile::rename(dati, copia));
+    m_messaggi.gestore = [&](const Richiesta &) {
+        QFile::rename(copia, dati); // the user puts the file back
+        return std::optional(Risposta::Riprova);
+    };
+    ASSERT_TRUE(Connetti());
+    EXPECT_EQ(m_messaggi.testi(), QStringList{"DATABASE " + dati + " INESISTENTE"});
+    EXPECT_EQ(m_parole.mid(0, 2), ParoleApertura.mid(0, 2));
+    EXPECT_TRUE(archivi().DbDatiAperto);
+}
+
+TEST_F(Connessione, FileCheNonEUnDatabaseRestaIntatto)
+{
+    CreaTutti();
+    for (Archivio a : {Archivio::Dati, Archivio::Lavoro, Archivio::Indici}) {
+        const QString file = PercorsoArchivio(a);
+        const QByteArray prima = "non sono un database, solo testo\n";
+        {
+            QFile f(file);
+            ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            f.write(prima);
+        }
+        m_messaggi.pulisci();
+        EXPECT_FALSE(Connetti());
+        EXPECT_EQ(m_messaggi.testi(), QStringList{"DATABASE " + file + " INESISTENTE"});
+        QFile f(file);
+        ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+        EXPECT_EQ(f.readAll(), prima);
+        f.close();
+        QFile::remove(file);
+        Crea(a);
+    }
+}
+
+TEST_F(Connessione, OgniFileInJournalConSincroniaPienaEAttesa)
+{
+    CreaTutti();
+    {
+        AltraConnessione dati(PercorsoArchivio(Archivio::Dati));
+        ASSERT_EQ(dati.valore("PRAGMA journal_mode = WAL").toString(), "wal");
+        dati.esegui("INSERT INTO Societa (SocNome) VALUES ('ZERLO')");
+    }
+    ASSERT_TRUE(Connetti());
+    for (Archivio a : TuttiGliArchivi) {
+        const QString s = NomeSchema(a);
+        EXPECT_EQ(Valore(QString("PRAGMA %1.journal_mode").arg(s)).toString(), "delete")
+            << qPrintable(s);
+        EXPECT_EQ(Valore(QString("PRAGMA %1.synchronous").arg(s)).toInt(), 2) << qPrintable(s);
+    }
+    EXPECT_GE(Valore("PRAGMA busy_timeout").toInt(), 5000);
+    EXPECT_EQ(Valore("SELECT SocNome FROM Societa").toString(), "ZERLO");
+    EXPECT_FALSE(QFile::exists(PercorsoArchivio(Archivio::Dati) + "-wal"));
+}
+
+TEST_F(Connessione, WalTenutoDaUnAltroProgrammaRifiutato)
+{
+    CreaTutti();
+    AltraConnessione dati(PercorsoArchivio(Archivio::Dati));
+    ASSERT_EQ(dati.valore("PRAGMA journal_mode = WAL").toString(), "wal");
+    ASSERT_TRUE(dati.valore("SELECT count(*) FROM Societa").isValid());
+
+    EXPECT_FALSE(Connetti());
+    ASSERT_EQ(m_messaggi.richieste().size(), 1);
+    EXPECT_TRUE(m_messaggi.testi().first().startsWith(
+        "DATABASE " + PercorsoArchivio(Archivio::Dati) + " IN MODALITA' WAL"))
+        << qPrintable(m_messaggi.testi().first());
+    EXPECT_FALSE(Db().isValid());
+}
+
+TEST_F(Connessione, FileBloccatoDaUnAltroProgramma)
+{
+    CreaTutti();
+    AltraConnessione visite(PercorsoArchivio(Archivio::Visite));
+    ASSERT_TRUE(visite.esegui("BEGIN EXCLUSIVE"));
+    ASSERT_TRUE(visite.esegui("INSERT INTO VisiteN VALUES (1, 37000, 5)"));
+
+    EXPECT_FALSE(Connetti());
+    ASSERT_EQ(m_messaggi.richieste().size(), 1);
+    const QString testo = m_messaggi.testi().first();
+    EXPECT_TRUE(testo.startsWith("DATABASE " + PercorsoArchivio(Archivio::Visite)
+                                 + " BLOCCATO DA UN ALTRO PROGRAMMA"))
+        << qPrintable(testo);
+    EXPECT_TRUE(testo.contains("codice SQLite 5")) << qPrintable(testo);
+    EXPECT_TRUE(visite.esegui("ROLLBACK"));
+}
+
+TEST_F(Connessione, IndiciNonApribili)
+{
+    CreaTutti();
+    {
+        AltraConnessione indici(PercorsoArchivio(Archivio::Indici));
+        ASSERT_TRUE(indici.esegui("DROP TABLE Indici"));
+    }
+    EXPECT_FALSE(Connetti());
+    ASSERT_EQ(m_messaggi.richieste().size(), 2);
+    const Richiesta tabella = m_messaggi.richieste()[0];
+    EXPECT_TRUE(tabella.testo.startsWith("ERRORE IN APERTURA ARCHIVIO 'INDICI'\n"));
+    EXPECT_EQ(tabella.titolo, "ERRORE APERTURA TABELLA");
+    EXPECT_EQ(tabella.icona, Icona::Esclamazione);
+    const Richiesta avvio = m_messaggi.richieste()[1];
+    EXPECT_EQ(avvio.testo, "ERRORE IN APERTURA INDICI\nDataBase: " + impostazioni().FileIndici);
+    EXPECT_EQ(avvio.titolo, NomeProgrammaMaiuscolo() + " -ERRORE");
+    EXPECT_FALSE(archivi().IndiciAperto);
+}

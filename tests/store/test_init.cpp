@@ -1,0 +1,160 @@
+// The set-up tool, run as the user runs it, and the program's own start on
+// the folder it makes.
+
+#include "ProvaInsieme.h"
+
+#include "frame/core/Ini.h"
+
+#include <QFile>
+#include <QProcess>
+
+using namespace sorvane;
+using namespace sorvane::prova;
+
+namespace {
+
+struct Esito
+{
+    int codice = -1;
+    QString uscita;
+    QString errori;
+};
+
+Esito Lancia(const QStringList &argomenti)
+{
+    QProcess p;
+    p.start(QStringLiteral(SORVANE_INIT), argomenti);
+    p.waitForFinished(120000);
+    return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1,
+            QString::fromUtf8(p.readAllStandardOutput()),
+            QString::fromUtf8(p.readAllStandardError())};
+}
+
+class Installazione : public ProvaInsieme
+{
+protected:
+    QString Radice() const { return m_cartella.file("ufficio"); }
+
+    // Starts as the program does: settings from the INI, then the files.
+    void AvviaComeIlProgramma(QStringList *parole)
+    {
+        impostazioni() = Impostazioni();
+        impostazioni().IniLocale = Radice() + "/sorvane.ini";
+        impostazioni().IniServer = impostazioni().IniLocale;
+        sessione().CodiceOperatore = "ALTRO"; // the INI's operator wins
+        LeggiPercorsi();
+        CaricaImpostazioni();
+        ASSERT_TRUE(ConnettiDatabase([&](const QString &p) { parole->append(p); }));
+    }
+};
+
+} // namespace
+
+TEST_F(Installazione, CartellaNuovaProntaPerIlProgramma)
+{
+    const Esito e = Lancia({Radice(), "--operatore", "mario"});
+    ASSERT_EQ(e.codice, 0) << qPrintable(e.errori);
+    EXPECT_TRUE(e.uscita.contains("SORVANE_INI=")) << qPrintable(e.uscita);
+
+    const QString ini = Radice() + "/sorvane.ini";
+    EXPECT_EQ(QDir(LeggiIni(ini, "PATH", "FILE")), QDir(Radice() + "/dati"));
+    EXPECT_EQ(QDir(LeggiIni(ini, "PATH", "WORK")), QDir(Radice() + "/lavoro"));
+    EXPECT_EQ(QDir(LeggiIni(ini, "REPORT", "MODULI")), QDir(Radice() + "/moduli"));
+    EXPECT_EQ(LeggiIni(ini, "BASE", "OPERATORE"), "MARIO");
+
+    QStringList parole;
+    AvviaComeIlProgramma(&parole);
+    EXPECT_EQ(sessione().CodiceOperatore, "MARIO");
+    EXPECT_TRUE(QFileInfo(impostazioni().FileDati).isFile());
+    EXPECT_TRUE(QFileInfo(impostazioni().FileLavoro).isFile());
+    EXPECT_TRUE(QFileInfo(impostazioni().PathSave).isDir());
+    // The attachments the tool made stand: no rebuild, no message.
+    EXPECT_FALSE(parole.contains("Connessione Tabelle Base"));
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join("|"));
+
+    EXPECT_EQ(Valore("SELECT group_concat(Codice || '=' || Totalizzatore, ' ') FROM "
+                     "(SELECT * FROM TabBuoCat ORDER BY Codice)").toString(),
+              "0=0 1=1 2=1 3=1 4=2 5=2 6=2 7=3 8=3 9=9");
+    EXPECT_EQ(Valore("SELECT Descrizione FROM TabBuoCat WHERE Codice = '4'").toString(),
+              "Redd.Var.: G.P.F.");
+    EXPECT_EQ(Valore("SELECT group_concat(Codice || Segno, ' ') FROM "
+                     "(SELECT * FROM DistCausali ORDER BY Codice)").toString(),
+              "007+ 008- 900+");
+    for (const char *modulo : {"DistXdit", "DistXcli", "DistC04", "InterMed", "CliTel", "CliEtic"})
+        EXPECT_EQ(Valore(QString("SELECT MdFile FROM Moduli WHERE MdKey = '%1'").arg(modulo))
+                      .toString(),
+                  QString(modulo) + ".rpt");
+    EXPECT_EQ(Valore("SELECT Codice FROM TabNazioni WHERE GesCmb > 0 ORDER BY GesCmb").toString(),
+              "EUR");
+    EXPECT_EQ(Valore("SELECT count(*) FROM TabNazioni WHERE Codice = 'LIT' AND TipoNaz = 'S'")
+                  .toInt(),
+              1);
+    EXPECT_EQ(Valore("SELECT count(*) FROM Distinte").toInt(), 0);
+    EXPECT_EQ(Valore("SELECT count(*) FROM dati.sqlite_master WHERE name = 'Distinte_data'")
+                  .toInt(),
+              1);
+}
+
+TEST_F(Installazione, ConDemoUnUfficioConGliIndiciDopoIlCarico)
+{
+    const Esito e = Lancia({"--demo", Radice()});
+    ASSERT_EQ(e.codice, 0) << qPrintable(e.errori);
+    QStringList parole;
+    AvviaComeIlProgramma(&parole);
+    EXPECT_GT(Valore("SELECT count(*) FROM Distinte").toInt(), 0);
+    EXPECT_GT(Valore("SELECT count(*) FROM Clienti").toInt(), 0);
+    // The office's rows join to the default ones.
+    EXPECT_EQ(Valore("SELECT count(*) FROM DistCausali WHERE Codice IN ('007','008','900')")
+                  .toInt(),
+              3);
+    for (Archivio a : TuttiGliArchivi)
+        for (const Tabella *t : TabelleDi(a))
+            for (const Indice &i : t->indici)
+                EXPECT_EQ(Valore(QString("SELECT count(*) FROM %1.sqlite_master WHERE name = '%2'")
+                                     .arg(NomeSchema(a), NomeIndiceSql(*t, i)))
+                              .toInt(),
+                          1)
+                    << qPrintable(NomeIndiceSql(*t, i));
+}
+
+TEST_F(Installazione, RifiutaSenzaToccareCioCheEsiste)
+{
+    struct Caso
+    {
+        const char *file;  // written before the run, under the test's folder
+        const char *parole; // what the refusal says
+    };
+    const Caso casi[] = {
+        {"ufficio/dati/UFFICIO/DatiDV.db", "DatiDV.db ESISTE GIA': NON VIENE SOVRASCRITTO"},
+        {"ufficio/dati/IndiciDV.db", "IndiciDV.db ESISTE GIA'"},
+        {"ufficio/sorvane.ini", "sorvane.ini ESISTE GIA'"},
+        // A plain file stands where the folder should go.
+        {"ufficio", "IMPOSSIBILE CREARE LA CARTELLA"},
+    };
+    for (const Caso &c : casi) {
+        CartellaProva cartella;
+        const QString radice = cartella.file("ufficio");
+        cartella.scrivi(c.file, "da non toccare");
+        const Esito e = Lancia({radice});
+        EXPECT_EQ(e.codice, 1) << c.file;
+        EXPECT_TRUE(e.errori.contains(c.parole)) << qPrintable(e.errori);
+        EXPECT_EQ(cartella.leggi(c.file), "da non toccare") << c.file;
+        // Nothing new is left behind either.
+        EXPECT_FALSE(QFile::exists(radice + "/lavoro/UFFICIO/WorkDV.db")) << c.file;
+        EXPECT_FALSE(QFile::exists(radice + "/dati/UFFICIO/VisiteDV.db")) << c.file;
+        if (QString(c.file) != "ufficio/sorvane.ini") {
+            EXPECT_FALSE(QFile::exists(radice + "/sorvane.ini")) << c.file;
+        }
+    }
+}
+
+TEST_F(Installazione, OpzioniErrate)
+{
+    EXPECT_EQ(Lancia({}).codice, 2);
+    EXPECT_EQ(Lancia({Radice(), "--scale", "molti"}).codice, 2);
+    EXPECT_EQ(Lancia({Radice(), "--sconosciuta"}).codice, 2);
+    const Esito aiuto = Lancia({"--aiuto"});
+    EXPECT_EQ(aiuto.codice, 0);
+    EXPECT_TRUE(aiuto.uscita.contains("--demo")) << qPrintable(aiuto.uscita);
+    EXPECT_FALSE(QFile::exists(Radice()));
+}

@@ -1,0 +1,186 @@
+#include "ProvaInsieme.h"
+#include "store/Transazione.h"
+
+#include <chrono>
+#include <future>
+#include <thread>
+
+using namespace sorvane;
+using namespace sorvane::prova;
+
+namespace {
+
+class Transazioni : public ProvaInsieme
+{
+protected:
+    void SetUp() override
+    {
+        ProvaInsieme::SetUp();
+        CreaTutti();
+        ASSERT_TRUE(ConnettiDatabase());
+        // Short waits: the other program of these tests holds on for good.
+        ASSERT_TRUE(Esegui("PRAGMA busy_timeout = 50"));
+    }
+
+    // A movement in the data file and its working copy in the working file.
+    bool ScriviDue(int codice)
+    {
+        return Esegui(QString("INSERT INTO Distinte (dstCodice, dstPrg) VALUES (%1, '0')")
+                          .arg(codice))
+               && Esegui(QString("INSERT INTO BkDistinte (dstCodice, dstPrg) VALUES (%1, '0')")
+                             .arg(codice));
+    }
+
+    // Rows of both files as another program sees them on disk.
+    QPair<int, int> RigheSuDisco()
+    {
+        AltraConnessione dati(PercorsoArchivio(Archivio::Dati));
+        AltraConnessione lavoro(PercorsoArchivio(Archivio::Lavoro));
+        return {dati.valore("SELECT count(*) FROM Distinte").toInt(),
+                lavoro.valore("SELECT count(*) FROM BkDistinte").toInt()};
+    }
+};
+
+} // namespace
+
+TEST_F(Transazioni, DueFileInsiemeOPerNiente)
+{
+    {
+        Transazione t;
+        ASSERT_TRUE(t.attiva()) << qPrintable(t.errore());
+        ASSERT_TRUE(ScriviDue(1));
+        ASSERT_TRUE(t.conferma()) << qPrintable(t.errore());
+    }
+    EXPECT_EQ(RigheSuDisco(), qMakePair(1, 1));
+
+    {
+        Transazione t;
+        ASSERT_TRUE(ScriviDue(2));
+        // The second write of the working file breaks its key.
+        EXPECT_FALSE(Esegui("INSERT INTO BkDistinte (dstCodice, dstPrg) VALUES (2, '0')"));
+        t.annulla();
+    }
+    EXPECT_EQ(RigheSuDisco(), qMakePair(1, 1));
+
+    {
+        Transazione t;
+        ASSERT_TRUE(ScriviDue(3));
+    } // left without conferma
+    EXPECT_EQ(RigheSuDisco(), qMakePair(1, 1));
+    EXPECT_EQ(Transazione::profondita(Db()), 0);
+}
+
+TEST_F(Transazioni, DataFilePienoAMetaScrittura)
+{
+    const int pagine = Valore("PRAGMA dati.page_count").toInt();
+    ASSERT_TRUE(Esegui(QString("PRAGMA dati.max_page_count = %1").arg(pagine + 2)));
+    Transazione t;
+    ASSERT_TRUE(Esegui("INSERT INTO BkDistinte (dstCodice, dstPrg) VALUES (9, '0')"));
+    QSqlQuery q(Db());
+    bool pieno = false;
+    for (int i = 0; i < 2000 && !pieno; ++i) {
+        if (!q.exec(QString("INSERT INTO Distinte (dstCodice, dstPrg, dstDitta) "
+                            "VALUES (%1, '0', printf('%.300c', 'x'))").arg(i + 10))) {
+            EXPECT_EQ(CodiceSqlite(q.lastError()) & 0xff, sqlite::Pieno);
+            EXPECT_TRUE(TestoErroreSqlite(q.lastError()).contains("codice SQLite 13"));
+            pieno = true;
+        }
+    }
+    ASSERT_TRUE(pieno);
+    t.annulla();
+    EXPECT_EQ(RigheSuDisco(), qMakePair(0, 0));
+}
+
+TEST_F(Transazioni, AnnidataAnnullaSoloLaSuaParte)
+{
+    {
+        Transazione esterna;
+        ASSERT_TRUE(ScriviDue(1));
+        {
+            Transazione interna;
+            ASSERT_TRUE(interna.attiva());
+            EXPECT_TRUE(interna.annidata());
+            EXPECT_EQ(Transazione::profondita(Db()), 2);
+            ASSERT_TRUE(ScriviDue(2));
+            interna.annulla();
+        }
+        {
+            Transazione interna;
+            ASSERT_TRUE(ScriviDue(3));
+            ASSERT_TRUE(interna.conferma());
+        }
+        ASSERT_TRUE(esterna.conferma()) << qPrintable(esterna.errore());
+    }
+    EXPECT_EQ(RigheSuDisco(), qMakePair(2, 2));
+    EXPECT_EQ(Valore("SELECT group_concat(dstCodice) FROM Distinte").toString(), "1,3");
+
+    {
+        Transazione esterna;
+        {
+            Transazione interna;
+            ASSERT_TRUE(ScriviDue(4));
+            ASSERT_TRUE(interna.conferma());
+        }
+        esterna.annulla(); // takes the confirmed inner part with it
+    }
+    EXPECT_EQ(RigheSuDisco(), qMakePair(2, 2));
+}
+
+TEST_F(Transazioni, OccupatoAllaConfermaAnnullaTutto)
+{
+    AltraConnessione lettore(PercorsoArchivio(Archivio::Dati));
+    ASSERT_TRUE(lettore.esegui("BEGIN"));
+    ASSERT_TRUE(lettore.valore("SELECT count(*) FROM Distinte").isValid());
+
+    Transazione t;
+    ASSERT_TRUE(t.attiva());
+    ASSERT_TRUE(ScriviDue(1));
+    EXPECT_FALSE(t.conferma(2));
+    EXPECT_EQ(t.codice() & 0xff, sqlite::Occupato);
+    EXPECT_TRUE(t.errore().contains("codice SQLite 5")) << qPrintable(t.errore());
+    EXPECT_TRUE(t.errore().startsWith("COMMIT")) << qPrintable(t.errore());
+    EXPECT_EQ(Transazione::profondita(Db()), 0);
+    ASSERT_TRUE(lettore.esegui("COMMIT"));
+
+    EXPECT_EQ(RigheSuDisco(), qMakePair(0, 0));
+    EXPECT_EQ(Valore("SELECT count(*) FROM BkDistinte").toInt(), 0);
+    // The connection is free for the next one.
+    Transazione dopo;
+    ASSERT_TRUE(ScriviDue(5));
+    EXPECT_TRUE(dopo.conferma());
+}
+
+TEST_F(Transazioni, OccupatoAllaConfermaRiprovaFinoAlRilascio)
+{
+    const QString file = PercorsoArchivio(Archivio::Dati);
+    std::promise<void> pronto;
+    std::thread lettore([&] {
+        AltraConnessione c(file);
+        c.esegui("BEGIN");
+        c.valore("SELECT count(*) FROM Distinte");
+        pronto.set_value();
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        c.esegui("COMMIT");
+    });
+    pronto.get_future().wait();
+
+    Transazione t;
+    ASSERT_TRUE(ScriviDue(1));
+    const bool confermata = t.conferma(100);
+    lettore.join();
+    EXPECT_TRUE(confermata) << qPrintable(t.errore());
+    EXPECT_EQ(RigheSuDisco(), qMakePair(1, 1));
+}
+
+TEST_F(Transazioni, UnAltroScrittoreFermaLInizio)
+{
+    AltraConnessione scrittore(PercorsoArchivio(Archivio::Lavoro));
+    ASSERT_TRUE(scrittore.esegui("BEGIN IMMEDIATE"));
+    Transazione t;
+    EXPECT_FALSE(t.attiva());
+    EXPECT_EQ(t.codice() & 0xff, sqlite::Occupato);
+    EXPECT_TRUE(t.errore().startsWith("BEGIN IMMEDIATE")) << qPrintable(t.errore());
+    EXPECT_FALSE(t.conferma());
+    EXPECT_EQ(Transazione::profondita(Db()), 0);
+    scrittore.esegui("ROLLBACK");
+}
