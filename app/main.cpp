@@ -1,10 +1,10 @@
 #include "frame/core/Locale.h"
 #include "frame/core/Messaggi.h"
+#include "frame/main/Startup.h"
 #include "frame/ui/MessaggiQt.h"
 
 #include <QApplication>
-#include <QLabel>
-#include <QMainWindow>
+#include <QStringList>
 
 int main(int argc, char **argv)
 {
@@ -14,15 +14,16 @@ int main(int argc, char **argv)
     sorvane::MessaggiQt risponditore;
     sorvane::installaMessaggi(&risponditore);
 
-    // Placeholder frame until the main window lands.
-    QMainWindow finestra;
-    finestra.setWindowTitle(QStringLiteral("SORVANE"));
-    auto *etichetta = new QLabel(QStringLiteral("SORVANE"), &finestra);
-    etichetta->setAlignment(Qt::AlignCenter);
-    finestra.setCentralWidget(etichetta);
-    finestra.resize(800, 600);
-    finestra.show();
-    const int esito = app.exec();
+    // The suite passes one parameter string; a shell may have split it.
+    const QString riga = QApplication::arguments().mid(1).join(QLatin1Char(' '));
+    int esito = 0;
+    {
+        sorvane::Startup cornice;
+        if (cornice.Avvia(riga)) {
+            cornice.show();
+            esito = app.exec();
+        }
+    }
     sorvane::installaMessaggi(nullptr);
     return esito;
 }

@@ -1,0 +1,350 @@
+#include "frame/main/Startup.h"
+
+#include "frame/core/Giorni.h"
+#include "frame/core/Impostazioni.h"
+#include "frame/core/Ini.h"
+#include "frame/core/Messaggi.h"
+#include "frame/core/ModuliOpzionali.h"
+#include "frame/core/Sessione.h"
+#include "frame/core/Valore.h"
+#include "frame/main/InfZerlo.h"
+#include "frame/main/RigaComando.h"
+#include "frame/main/Schermate.h"
+#include "frame/ui/Fine.h"
+#include "frame/ui/Finestra.h"
+#include "frame/ui/Modale.h"
+#include "frame/ui/SchermoPdf.h"
+#include "store/Connessione.h"
+#include "store/Tabelle.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDir>
+#include <QImageReader>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QScreen>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace sorvane {
+
+namespace {
+
+// The frame's design size in twips.
+constexpr int LarghezzaCornice = 9600;
+constexpr int AltezzaCornice = 7200;
+
+const char *const VociMenu[] = {
+    "&Inserimento distinte", "&Gestione distinte", "&Stampa 04", "Stampa Interessi &Medi",
+    "&Ins. Saldi 04",        "&Ditte",             "&Banche",    "&Causali",
+};
+
+QString Diagnosi(const QString &testo)
+{
+    return testo + QStringLiteral("< ");
+}
+
+// The classic colour value is 0x00BBGGRR.
+QColor ColoreClassico(qint64 valore)
+{
+    return QColor(int(valore & 0xFF), int((valore >> 8) & 0xFF), int((valore >> 16) & 0xFF));
+}
+
+} // namespace
+
+Startup::Startup(QWidget *parent) : QMainWindow(parent)
+{
+    setObjectName(QStringLiteral("Startup"));
+    setWindowTitle(QStringLiteral("SORVANE"));
+    TerminaProcesso = [](int codice) { QCoreApplication::exit(codice); };
+
+    auto *centro = new QWidget(this);
+    auto *colonna = new QVBoxLayout(centro);
+    colonna->setContentsMargins(0, 0, 0, 0);
+    colonna->setSpacing(0);
+
+    Picture1 = new QFrame(centro);
+    Picture1->setObjectName(QStringLiteral("Picture1"));
+    static_cast<QFrame *>(Picture1)->setFrameShape(QFrame::StyledPanel);
+    auto *righe = new QVBoxLayout(Picture1);
+    aspetta = new QLabel(QStringLiteral("ATTENDERE PREGO..."), Picture1);
+    aspetta->setObjectName(QStringLiteral("aspetta"));
+    Label1 = new QLabel(Picture1);
+    Label1->setObjectName(QStringLiteral("Label1"));
+    righe->addWidget(aspetta);
+    righe->addWidget(Label1);
+    Picture1->hide();
+
+    m_area = new QMdiArea(centro);
+    m_area->setObjectName(QStringLiteral("AreaSchermi"));
+    colonna->addWidget(Picture1);
+    colonna->addWidget(m_area, 1);
+    setCentralWidget(centro);
+
+    costruisciMenu();
+    resize(InPixel(LarghezzaCornice), InPixel(AltezzaCornice));
+    installaFineProgramma([this] { FineProgramma(); });
+}
+
+Startup::~Startup()
+{
+    installaFineProgramma({});
+}
+
+void Startup::costruisciMenu()
+{
+    Mu_end = menuBar()->addAction(QStringLiteral("&Uscita"));
+    Mu_end->setObjectName(QStringLiteral("Mu_end"));
+    connect(Mu_end, &QAction::triggered, this, [this] { Mu_end_Click(); });
+
+    Mu_Distinte = menuBar()->addMenu(QStringLiteral("&Distinte"));
+    Mu_Distinte->setObjectName(QStringLiteral("Mu_Distinte"));
+    for (int i = 0; i < int(Mu_GesDis.size()); ++i) {
+        Mu_GesDis[i] = Mu_Distinte->addAction(QString::fromUtf8(VociMenu[i]));
+        Mu_GesDis[i]->setObjectName(QStringLiteral("Mu_GesDis%1").arg(i));
+        connect(Mu_GesDis[i], &QAction::triggered, this, [this, i] { Mu_GesDis_Click(i); });
+    }
+
+    Mu_newexe = menuBar()->addAction(QStringLiteral("&Verifica aggiornamenti"));
+    Mu_newexe->setObjectName(QStringLiteral("Mu_newexe"));
+    connect(Mu_newexe, &QAction::triggered, this, [this] { Mu_newexe_Click(); });
+}
+
+bool Startup::Avvia(const QString &rigaComando)
+{
+    return MDIForm_Initialize(rigaComando) && MDIForm_Load();
+}
+
+bool Startup::MDIForm_Initialize(const QString &rigaComando)
+{
+    Sessione &s = sessione();
+    s.ModoProva = false;
+    const ParametriAvvio p = SpezzaRigaComando(rigaComando);
+    s.ModoProva = p.ModoProva;
+    s.CodiceOperatore = p.Operatore;
+    m_IndiceMenu = p.IndiceMenu;
+    if (p.OffsetX)
+        s.OffsetX = *p.OffsetX;
+    if (p.OffsetY)
+        s.OffsetY = *p.OffsetY;
+    if (p.MancanoParametri()) {
+        Messaggio(QStringLiteral("Mancano i parametri"));
+        return false;
+    }
+    // The four files' names are fixed by the store; their folders come with
+    // the settings.
+    m_DaAprire = true;
+    m_ConfigMancante = false;
+
+    const QScreen *schermo = screen() ? screen() : QGuiApplication::primaryScreen();
+    const QSize misura = schermo ? schermo->geometry().size() : QSize();
+    const MisureSchermo m = MisuraSchermo(InTwips(misura.width()), InTwips(misura.height()));
+    s.LarghezzaSchermo = m.LarghezzaSchermo;
+    s.AltezzaSchermo = m.AltezzaSchermo;
+    s.LarghezzaMax = m.LarghezzaMax;
+    s.AltezzaMax = m.AltezzaMax;
+
+    Impostazioni &imp = impostazioni();
+    imp.IniLocale = TrovaIniLocale();
+    if (imp.IniLocale.isEmpty()) {
+        Messaggio(QStringLiteral("File di configurazione inesistente"),
+                  NomeProgrammaMaiuscolo() + QStringLiteral(" -ERRORE"), Icona::Stop);
+        m_ConfigMancante = true;
+    }
+    if (s.ModoProva)
+        Messaggio(Diagnosi(QStringLiteral("file INI>") + imp.IniLocale));
+    imp.IniServer = imp.IniLocale.isEmpty() ? QString() : TrovaIniServer(imp.IniLocale);
+    if (s.ModoProva)
+        Messaggio(Diagnosi(QStringLiteral("file INIsvr>") + imp.IniServer));
+    s.OggiTesto = OggiComeTesto();
+    RilevaPdf();
+    return true;
+}
+
+bool Startup::MDIForm_Load()
+{
+    Sessione &s = sessione();
+    if (s.ModoProva) {
+        const QString mancante = m_ConfigMancante ? QStringLiteral("Vero") : QStringLiteral("Falso");
+        Messaggio(Diagnosi(QStringLiteral("non OK>") + mancante));
+    }
+    if (m_ConfigMancante) {
+        InfZerlo pannello(this);
+        EseguiModale(pannello);
+        return false;
+    }
+    QDir::setCurrent(QCoreApplication::applicationDirPath());
+    if (!s.ModoProva) {
+        Mu_end->setVisible(false);
+        Mu_Distinte->menuAction()->setVisible(false);
+        menuBar()->setVisible(false);
+    }
+
+    const Posizione pos = PosizionaCornice({s.OffsetX, s.OffsetY},
+                                           InTwips(frameGeometry().width()), s.LarghezzaMax);
+    s.OffsetX = pos.x;
+    s.OffsetY = pos.y;
+    move(InPixel(pos.x), InPixel(pos.y));
+
+    s.ConnettiAccess = QStringLiteral("Access 2000;");
+    s.NomeUtenteBreve = NomeUtente().left(5);
+    LeggiPercorsi();
+    CaricaImpostazioni();
+    setWindowTitle(QStringLiteral("(") + s.CodiceOperatore + QStringLiteral(")"));
+
+    // The frame stands while the files open, so that their progress shows.
+    Picture1->show();
+    show();
+    const bool aperto = ConnettiDatabase([this](const QString &testo) {
+        Label1->setText(testo);
+        Label1->repaint();
+        QCoreApplication::processEvents();
+    });
+    Picture1->hide();
+    if (!aperto || !archivi().DbDatiAperto)
+        return false;
+
+    // The report engine may be missing: the start goes on without it.
+    const bool stampe = !AvviaStampe || AvviaStampe();
+    s.EsitoReport = stampe ? 1 : 0;
+    if (!stampe)
+        Messaggio(QStringLiteral("ERRORE NELLA GESTIONE STAMPE"));
+    if (CaricaListaCli)
+        CaricaListaCli();
+    applicaSfondo();
+    m_caricato = true;
+    // A window system that never activates the frame still gets its screen.
+    QTimer::singleShot(0, this, [this] { MDIForm_Activate(); });
+    return true;
+}
+
+void Startup::applicaSfondo()
+{
+    const QString ini = impostazioni().IniLocale;
+    const QString colore = LeggiIni(ini, QStringLiteral("SFONDO"), QStringLiteral("colore"));
+    if (!colore.trimmed().isEmpty())
+        m_area->setBackground(ColoreClassico(qint64(Val(colore))));
+
+    const QString immagine = LeggiIni(ini, QStringLiteral("SFONDO"), QStringLiteral("image"));
+    if (immagine.trimmed().isEmpty() || !EsisteFile(PercorsoNativo(immagine)))
+        return;
+    QImageReader lettore(PercorsoNativo(immagine));
+    const QImage figura = lettore.read();
+    if (!figura.isNull()) {
+        m_area->setBackground(QPixmap::fromImage(figura));
+        return;
+    }
+    // Told once: the setting is emptied.
+    Messaggio(QStringLiteral("IMMAGINE DI SFONDO NON APPLICABILE") + QLatin1Char('\n')
+              + lettore.errorString());
+    ScriviIni(ini, QStringLiteral("SFONDO"), QStringLiteral("image"), QString());
+}
+
+void Startup::MDIForm_Activate()
+{
+    sessione().CodiceChiamante = 70;
+    tabelle().ColoriGrpAperto = false;
+    sessione().ClienteCaricato = false;
+    // Activations while the files open wait for the end of the load.
+    if (m_DaAprire && m_caricato) {
+        m_DaAprire = false;
+        Mu_GesDis_Click(m_IndiceMenu);
+    }
+}
+
+bool Startup::event(QEvent *evento)
+{
+    if (evento->type() == QEvent::WindowActivate)
+        MDIForm_Activate();
+    return QMainWindow::event(evento);
+}
+
+void Startup::closeEvent(QCloseEvent *evento)
+{
+    if (!m_finito)
+        FineProgramma();
+    evento->accept();
+}
+
+QMdiSubWindow *Startup::apri(QWidget *schermo, bool riempi)
+{
+    schermo->setAttribute(Qt::WA_DeleteOnClose);
+    QMdiSubWindow *sotto = m_area->addSubWindow(schermo);
+    if (riempi)
+        sotto->showMaximized();
+    else
+        sotto->show();
+    return sotto;
+}
+
+void Startup::Mu_GesDis_Click(int indice)
+{
+    Sessione &s = sessione();
+    s.ClienteCaricato = false;
+    m_IndiceMenu = static_cast<std::int16_t>(indice);
+    const FabbricaSchermo fabbrica = SchermoRegistrato(indice);
+    if (indice == 8 || indice < 0 || indice > 9) {
+        s.ModoProva = false;
+    } else if (fabbrica && indice <= 7) {
+        const PreparazioneCornice c = CorniceDelMenu(indice, s.ModoProva);
+        if (c.massimizzata) {
+            setWindowState(windowState() | Qt::WindowMaximized);
+        } else {
+            setWindowState(windowState() & ~(Qt::WindowMaximized | Qt::WindowMinimized));
+            const QSize bordo = frameGeometry().size() - size();
+            resize(InPixel(c.larghezza) - bordo.width(), InPixel(c.altezza) - bordo.height());
+            setWindowTitle(c.titolo);
+        }
+        QWidget *schermo = fabbrica();
+        if (schermo && (!c.massimizzata || s.CodiceStop == 0))
+            apri(schermo, !c.massimizzata);
+        else
+            delete schermo;
+    }
+    s.CodiceStop = 0;
+}
+
+void Startup::Mu_end_Click()
+{
+    FineProgramma();
+}
+
+void Startup::Mu_newexe_Click()
+{
+    if (VerificaAggiornamenti)
+        VerificaAggiornamenti();
+}
+
+void Startup::FineProgramma()
+{
+    if (m_finito)
+        return;
+    m_finito = true;
+    const QString stato =
+        isMaximized() ? QStringLiteral("M")
+                      : QStringLiteral("%1|%2|%3|%4|")
+                            .arg(InTwips(x()))
+                            .arg(InTwips(y()))
+                            .arg(InTwips(width()))
+                            .arg(InTwips(height()));
+    const QString ini = impostazioni().IniLocale;
+    const QString nome = NomeProgrammaMaiuscolo();
+    // Shared with the suite's main programs: under our own name nothing is kept.
+    if (nome == QLatin1String("KELVAR") || nome == QLatin1String("KELVARF"))
+        ScriviIni(ini, QStringLiteral("PARAMETRI"), QStringLiteral("StartUp"), stato);
+
+    const QString vault = LeggiIni(ini, QStringLiteral("RULVAT"), QStringLiteral("HANDLE"));
+    if (!vault.trimmed().isEmpty() && AttivaProcesso(vault.trimmed().toLongLong()))
+        Messaggio(QStringLiteral("RULVATORIA ANCORA ATTIVO"));
+
+    if (FermaStampe)
+        FermaStampe();
+    ChiudiDatabase();
+    if (TerminaProcesso)
+        TerminaProcesso(0);
+}
+
+} // namespace sorvane

@@ -1,0 +1,130 @@
+#include "ProvaIni.h"
+
+#include "frame/core/ModuliOpzionali.h"
+#include "frame/ui/Documenti.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QStandardPaths>
+#include <QUrl>
+
+using namespace sorvane;
+using namespace sorvane::prova;
+
+namespace {
+
+class Consegna : public ProvaIni
+{
+protected:
+    void SetUp() override
+    {
+        ProvaIni::SetUp();
+        ScriviIni(m_ini, "BASE", "DITTA", "ROSSI");
+        sessione().CodiceOperatore = "ROSSI";
+        m_vero = QStandardPaths::findExecutable("true");
+    }
+
+    QString Handle() { return LeggiIni(m_ini, "Prova", "HANDLE"); }
+
+    void Avvia()
+    {
+        ModuliOpzionali m;
+        m.nomeProceduraChiamata("Prova|--uno due");
+        m.nomeProceduraChiamante("BASE");
+        m.attivaProcedura();
+    }
+
+    QString m_vero;
+    const QString m_mio = QString::number(QCoreApplication::applicationPid());
+};
+
+} // namespace
+
+TEST_F(Consegna, GiaAttivoPerLaStessaDittaNonRiparte)
+{
+    ScriviIni(m_ini, "APPLICATIVI", "Prova", m_cartella.file("manca"));
+    ScriviIni(m_ini, "Prova", "HANDLE", m_mio);
+    ScriviIni(m_ini, "Prova", "DITTA", "ROSSI");
+    Avvia();
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty());
+    EXPECT_EQ(Handle(), m_mio);
+}
+
+TEST_F(Consegna, AttivoPerUnAltraDittaOConHandleVecchioRiparte)
+{
+    ASSERT_FALSE(m_vero.isEmpty());
+    ScriviIni(m_ini, "APPLICATIVI", "Prova", m_vero);
+    ScriviIni(m_ini, "Prova", "HANDLE", m_mio);
+    ScriviIni(m_ini, "Prova", "DITTA", "BIANCHI");
+    Avvia();
+    EXPECT_NE(Handle(), m_mio);
+    EXPECT_GT(Handle().toLongLong(), 0);
+
+    // A number that no process has any more, for the same firm.
+    ScriviIni(m_ini, "Prova", "HANDLE", "999999999");
+    ScriviIni(m_ini, "Prova", "DITTA", "ROSSI");
+    Avvia();
+    EXPECT_NE(Handle(), "999999999");
+    EXPECT_GT(Handle().toLongLong(), 0);
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty());
+}
+
+TEST_F(Consegna, SenzaPercorsoSiCercaAccantoAlProgramma)
+{
+    sessione().CodiceStop = 3;
+    ModuliOpzionali m;
+    m.nomeProceduraChiamata("NonEsiste");
+    m.nomeProceduraChiamante("BASE");
+    m.attivaProcedura();
+    const QString atteso = QDir::toNativeSeparators(QCoreApplication::applicationDirPath())
+                           + QDir::separator() + NomeEseguibile("NonEsiste");
+    EXPECT_EQ(m_messaggi.testi(), QStringList{atteso + "  NON TROVATO"});
+    EXPECT_EQ(sessione().CodiceStop, 0);
+
+    // The vault program may be missing without a word.
+    m_messaggi.pulisci();
+    m.lanciaProcedura(m_cartella.file(NomeEseguibile("Rulvat")));
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty());
+}
+
+TEST_F(Consegna, LaDittaEQuellaDellOperatore)
+{
+    ModuliOpzionali m;
+    m.nomeProceduraChiamata("Calcolat");
+    m.codiceDitta("ALTRA");
+    EXPECT_EQ(m.codiceDitta(), "ROSSI");
+    m.scriviCodiceSocieta();
+    EXPECT_EQ(m.leggiCodiceSocieta(), "ROSSI");
+    m.scriviHandle();
+    EXPECT_EQ(m.leggiHandle(), m_mio);
+    EXPECT_EQ(m.numeroHandleString(), m_mio);
+    m.pulisciHandle();
+    EXPECT_EQ(m.leggiHandle(), "");
+}
+
+TEST_F(Consegna, LanciaAccessorioScriveLaDitta)
+{
+    ScriviIni(m_ini, "APPLICATIVI", "Calcolat", m_vero);
+    LanciaAccessorio("Calcolat");
+    EXPECT_EQ(LeggiIni(m_ini, "Calcolat", "DITTA"), "ROSSI");
+    EXPECT_GT(LeggiIni(m_ini, "Calcolat", "HANDLE").toLongLong(), 0);
+}
+
+TEST_F(Consegna, ApriDocumentoDiceSeNonRiesce)
+{
+    QList<QUrl> aperti;
+    installaApriUrl([&aperti](const QUrl &u) {
+        aperti.append(u);
+        return u.scheme() == "mailto";
+    });
+    EXPECT_GT(ApriDocumento("mailto:" + IndirizzoAssistenza), 32);
+    EXPECT_EQ(ApriDocumento("/manca/foglio.csv"), 2);
+    installaApriUrl({});
+    ASSERT_EQ(aperti.size(), 2);
+    EXPECT_EQ(aperti[1], QUrl::fromLocalFile("/manca/foglio.csv"));
+    ASSERT_EQ(m_messaggi.richieste().size(), 1);
+    EXPECT_EQ(m_messaggi.richieste()[0].testo,
+              "ERRORE DI ESECUZIONE DEL PROGRAMMA  '/manca/foglio.csv' ");
+    EXPECT_EQ(m_messaggi.richieste()[0].titolo, "ERRORE IN ESECUZIONE DI '/manca/foglio.csv'");
+    EXPECT_EQ(m_messaggi.richieste()[0].icona, Icona::Stop);
+}

@@ -1,0 +1,240 @@
+#include "ProvaCornice.h"
+
+#include "frame/core/Ini.h"
+#include "frame/main/InfZerlo.h"
+#include "frame/ui/Fine.h"
+#include "frame/ui/Finestra.h"
+#include "frame/ui/Schermo.h"
+
+#include <QCoreApplication>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTest>
+
+using namespace sorvane;
+using namespace sorvane::prova;
+
+namespace {
+
+using Avvio = ProvaCornice;
+
+QWidget *SchermoFinto(const QString &nome, int codiceStop = 0)
+{
+    auto *w = new QWidget;
+    w->setObjectName(nome);
+    sessione().CodiceStop = static_cast<std::int16_t>(codiceStop);
+    return w;
+}
+
+} // namespace
+
+TEST_F(Avvio, SenzaIniIlPannelloPoiLaFine)
+{
+    UsaIni(m_cartella.file("manca.ini"));
+    EXPECT_FALSE(m_cornice->Avvia(QString()));
+    EXPECT_EQ(m_messaggi.testi(),
+              QStringList({"File di configurazione inesistente", "file INI>< ", "file INIsvr>< ",
+                           "non OK>Vero< "}));
+    const Richiesta &prima = m_messaggi.richieste().first();
+    EXPECT_EQ(prima.titolo, NomeProgrammaMaiuscolo() + " -ERRORE");
+    EXPECT_EQ(prima.icona, Icona::Stop);
+    EXPECT_EQ(m_modali, QStringList{"InfZerlo"});
+    EXPECT_EQ(m_fine, 0); // nothing open, no closing routine
+}
+
+TEST_F(Avvio, SenzaOperatoreSiFermaSubito)
+{
+    UsaIni(IniUfficio());
+    EXPECT_FALSE(m_cornice->Avvia("|1|0|0"));
+    EXPECT_EQ(m_messaggi.testi(), QStringList{"Mancano i parametri"});
+    EXPECT_TRUE(m_modali.isEmpty());
+}
+
+TEST_F(Avvio, DatabaseMancanteAnnullaChiudeSenzaNienteAperto)
+{
+    QDir().mkpath(m_cartella.file("dati"));
+    QDir().mkpath(m_cartella.file("lavoro"));
+    const QString ini = m_cartella.scrivi(
+        "sorvane.ini", QStringLiteral("[PATH]\nFILE=%1/dati/\nWORK=%1/lavoro/\n"
+                                      "[BASE]\nOPERATORE=ROSSI\n")
+                           .arg(m_cartella.percorso())
+                           .toUtf8());
+    UsaIni(ini);
+    int domande = 0;
+    m_messaggi.gestore = [&domande](const Richiesta &r) -> std::optional<Risposta> {
+        if (r.pulsanti != Pulsanti::RiprovaAnnulla)
+            return std::nullopt;
+        return ++domande == 1 ? Risposta::Riprova : Risposta::Annulla;
+    };
+    EXPECT_FALSE(m_cornice->Avvia("rossi|1"));
+    EXPECT_EQ(domande, 2); // Retry tried again, Cancel ended
+    EXPECT_FALSE(archivi().DbDatiAperto);
+    EXPECT_FALSE(archivi().DbLavoroAperto);
+    EXPECT_FALSE(Db().isValid() && Db().isOpen());
+    EXPECT_TRUE(m_cornice->area()->subWindowList().isEmpty());
+    EXPECT_EQ(m_fine, 0);
+}
+
+TEST_F(Avvio, SenzaParametriLaProvaConIlMenuELaFine)
+{
+    const QString ini = IniUfficio();
+    UsaIni(ini);
+    bool fermate = false;
+    m_cornice->AvviaStampe = [] { return false; };
+    m_cornice->FermaStampe = [&fermate] { fermate = true; };
+    ASSERT_TRUE(m_cornice->Avvia(QString()));
+
+    const QStringList testi = m_messaggi.testi();
+    ASSERT_EQ(testi.size(), 4) << qPrintable(testi.join('|'));
+    EXPECT_EQ(testi[0], "file INI>" + ini + "< ");
+    EXPECT_EQ(testi[1], "file INIsvr>" + ini + "< ");
+    EXPECT_EQ(testi[2], "non OK>Falso< ");
+    // A report engine that does not start leaves the start going.
+    EXPECT_EQ(testi[3], "ERRORE NELLA GESTIONE STAMPE");
+    EXPECT_TRUE(sessione().ModoProva);
+    EXPECT_EQ(m_cornice->windowTitle(), "(UFFICIO)");
+    EXPECT_EQ(sessione().ConnettiAccess, "Access 2000;");
+    EXPECT_TRUE(archivi().DbDatiAperto);
+    EXPECT_FALSE(m_cornice->menuBar()->isHidden());
+    EXPECT_TRUE(m_cornice->Mu_end->isVisible());
+    EXPECT_TRUE(m_cornice->Mu_Distinte->menuAction()->isVisible());
+    // The progress of the files showed in Label1, and its area is gone.
+    EXPECT_FALSE(m_cornice->Label1->text().isEmpty());
+    EXPECT_FALSE(m_cornice->Picture1->isVisibleTo(m_cornice.get()));
+
+    // The first activation dispatches index 9: nothing opens.
+    m_cornice->MDIForm_Activate();
+    EXPECT_FALSE(m_cornice->DaAprire());
+    EXPECT_EQ(sessione().CodiceChiamante, 70);
+    EXPECT_TRUE(m_cornice->area()->subWindowList().isEmpty());
+
+    m_cornice->Mu_end_Click();
+    EXPECT_TRUE(fermate);
+    EXPECT_FALSE(archivi().DbDatiAperto);
+    EXPECT_EQ(m_fine, 1);
+}
+
+TEST_F(Avvio, OperatoreSoloApreIlPrimoSchermoSenzaMenu)
+{
+    UsaIni(IniUfficio());
+    RegistraSchermo(0, [] { return SchermoFinto("InsDist"); });
+    ASSERT_TRUE(m_cornice->Avvia("rossi|"));
+    EXPECT_FALSE(sessione().ModoProva);
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
+    EXPECT_TRUE(m_cornice->menuBar()->isHidden());
+
+    QCoreApplication::processEvents(); // the first activation
+    EXPECT_FALSE(m_cornice->DaAprire());
+    const auto aperti = m_cornice->area()->subWindowList();
+    ASSERT_EQ(aperti.size(), 1);
+    EXPECT_EQ(aperti[0]->widget()->objectName(), "InsDist");
+    EXPECT_TRUE(m_cornice->windowState().testFlag(Qt::WindowMaximized));
+
+    // The one screen closed ends the program through the closing routine.
+    FineProgramma();
+    EXPECT_EQ(m_fine, 1);
+    EXPECT_FALSE(archivi().DbDatiAperto);
+}
+
+TEST_F(Avvio, IlMenuApreSoloGliSchermiRegistrati)
+{
+    sessione().ModoProva = true;
+    RegistraSchermo(1, [] { return SchermoFinto("GesDist", 9); });
+    RegistraSchermo(5, [] { return SchermoFinto("GesSoc"); });
+
+    // A screen whose load failed is not shown; CodiceStop is cleared after.
+    m_cornice->Mu_GesDis_Click(1);
+    EXPECT_TRUE(m_cornice->area()->subWindowList().isEmpty());
+    EXPECT_EQ(sessione().CodiceStop, 0);
+
+    // Not registered yet: nothing.
+    m_cornice->Mu_GesDis_Click(3);
+    EXPECT_TRUE(m_cornice->area()->subWindowList().isEmpty());
+    EXPECT_EQ(m_cornice->IndiceMenu(), 3);
+
+    m_cornice->Mu_GesDis_Click(5);
+    ASSERT_EQ(m_cornice->area()->subWindowList().size(), 1);
+    EXPECT_EQ(m_cornice->windowTitle(), "GESTIONE DITTE PER LE DISTINTE");
+    EXPECT_EQ(InTwips(m_cornice->frameGeometry().width()), 9630); // 9640 to the pixel
+    EXPECT_EQ(InTwips(m_cornice->frameGeometry().height()), 4770); // 4780 to the pixel
+    EXPECT_TRUE(sessione().ModoProva);
+
+    m_cornice->Mu_GesDis_Click(8);
+    EXPECT_FALSE(sessione().ModoProva);
+    sessione().ModoProva = true;
+    m_cornice->Mu_GesDis_Click(12);
+    EXPECT_FALSE(sessione().ModoProva);
+    sessione().ModoProva = true;
+    m_cornice->Mu_GesDis_Click(9);
+    EXPECT_TRUE(sessione().ModoProva);
+}
+
+TEST_F(Avvio, SfondoColoreEImmagineGuasta)
+{
+    const QString ini = m_cartella.file("sorvane.ini");
+    QFile::copy(IniUfficio(), ini);
+    const QString guasta = m_cartella.scrivi("sfondo.png", "non un'immagine");
+    ScriviIni(ini, "SFONDO", "colore", "255"); // red, in the classic order
+    ScriviIni(ini, "SFONDO", "image", guasta);
+    UsaIni(ini);
+    ASSERT_TRUE(m_cornice->Avvia("ROSSI|9"));
+    ASSERT_EQ(m_messaggi.richieste().size(), 1);
+    EXPECT_TRUE(m_messaggi.testi()[0].startsWith("IMMAGINE DI SFONDO NON APPLICABILE\n"));
+    EXPECT_EQ(LeggiIni(ini, "SFONDO", "image"), "");
+    EXPECT_EQ(m_cornice->area()->background().color(), QColor(255, 0, 0));
+}
+
+TEST_F(Avvio, LaFineAvvisaDelProgrammaDellaCassaforteAncoraAttivo)
+{
+    const QString ini = m_cartella.file("sorvane.ini");
+    QFile::copy(IniUfficio(), ini);
+    ScriviIni(ini, "RULVAT", "HANDLE", QString::number(QCoreApplication::applicationPid()));
+    UsaIni(ini);
+    ASSERT_TRUE(m_cornice->Avvia("ROSSI|9"));
+    m_cornice->FineProgramma();
+    EXPECT_EQ(m_messaggi.testi(), QStringList{"RULVATORIA ANCORA ATTIVO"});
+    EXPECT_EQ(m_fine, 1);
+    // Once only, however the end is reached again.
+    m_cornice->FineProgramma();
+    EXPECT_EQ(m_fine, 1);
+}
+
+TEST_F(Avvio, IlPannelloInformazioniTrovaOMancaLoStrumento)
+{
+    impostazioni().IniLocale = m_cartella.scrivi("sorvane.ini", "[BASE]\n");
+    InfZerlo pannello;
+    EXPECT_EQ(pannello.Command1->text(), "&OK");
+    EXPECT_TRUE(pannello.lbMail->text().contains("assistenza@sorvane.it"));
+
+    // Nothing configured: what Qt knows of the system.
+    pannello.cmdInfoSys->click();
+    EXPECT_EQ(m_modali, QStringList{"InfoSistema"});
+    EXPECT_TRUE(InformazioniSistema().contains("Qt: "));
+
+    ScriviIni(impostazioni().IniLocale, "Shared Tools Location", "MSINFO",
+              m_cartella.file("strumenti"));
+    pannello.cmdInfoSys->click();
+    EXPECT_EQ(m_messaggi.testi(), QStringList{"MSINFO32.EXE  NON TROVATO"});
+}
+
+TEST_F(Avvio, UnoSchermoNellaCorniceSegueLeRegoleComuni)
+{
+    RegistraSchermo(6, [] {
+        QWidget *w = SchermoFinto("GesBanca");
+        w->setWindowTitle("BANCHE");
+        new Schermo(w);
+        return w;
+    });
+    m_cornice->Mu_GesDis_Click(6);
+    const auto aperti = m_cornice->area()->subWindowList();
+    ASSERT_EQ(aperti.size(), 1);
+    QWidget *schermo = aperti[0]->widget();
+    QTest::keyClick(schermo, Qt::Key_F8, Qt::ControlModifier);
+    EXPECT_EQ(aperti[0]->windowTitle(), "GesBanca !");
+    QTest::keyClick(schermo, Qt::Key_F8, Qt::ControlModifier);
+    EXPECT_EQ(aperti[0]->windowTitle(), "BANCHE");
+}
