@@ -1,0 +1,2 @@
+# Datario sources
+target_sources(lookup PRIVATE)

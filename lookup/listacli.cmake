@@ -1,0 +1,2 @@
+# ListaCli sources
+target_sources(lookup PRIVATE)
