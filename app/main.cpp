@@ -2,6 +2,7 @@
 #include "frame/core/Messaggi.h"
 #include "frame/main/Startup.h"
 #include "frame/ui/MessaggiQt.h"
+#include "lookup/ListaCli.h"
 
 #include <QApplication>
 #include <QStringList>
@@ -19,11 +20,14 @@ int main(int argc, char **argv)
     int esito = 0;
     {
         sorvane::Startup cornice;
+        // The client popup is made once at start, so the first lookup opens at once.
+        cornice.CaricaListaCli = sorvane::CaricaListaCli;
         if (cornice.Avvia(riga)) {
             cornice.show();
             esito = app.exec();
         }
     }
+    sorvane::ScaricaListaCli();
     sorvane::installaMessaggi(nullptr);
     return esito;
 }

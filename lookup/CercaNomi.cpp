@@ -1,0 +1,168 @@
+#include "lookup/CercaNomi.h"
+
+#include "frame/core/Campi.h"
+#include "frame/core/Valore.h"
+#include "store/Cliente.h"
+#include "store/Connessione.h"
+#include "store/Recordset.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace sorvane {
+
+namespace {
+
+const QString MarcaEstesa = QStringLiteral(" >");
+constexpr int LarghezzaTesto = 35;
+constexpr int LarghezzaCodice = 6;
+
+// The columns in the order of the statement.
+enum : int { SelCodice, SelRagSoc, SelEstesa, SelIndirizzo, SelLocalita, SelCategoria,
+             SelAbbinamento };
+
+QString Fisso(const QString &testo)
+{
+    return testo.left(LarghezzaTesto).leftJustified(LarghezzaTesto, QLatin1Char(' '));
+}
+
+QString Testo(const Recordset &rs, int colonna)
+{
+    return TestoDaCampo(rs.Fields(colonna));
+}
+
+bool Chiuso(const QString &categoria)
+{
+    return categoria.trimmed().compare(CategoriaChiusi, Qt::CaseInsensitive) == 0;
+}
+
+// The first match goes to the client buffer, as far as the list knows it;
+// the rest of the buffer is left for CaricaCliente.
+void NelBuffer(const Recordset &rs)
+{
+    BufferCliente &b = Cli();
+    std::int32_t codice = 0;
+    std::int32_t abbinamento = 0;
+    if (!LeggiIntero32(rs.Fields(SelCodice), &codice))
+        codice = 0;
+    if (!LeggiIntero32(rs.Fields(SelAbbinamento), &abbinamento))
+        abbinamento = 0;
+    b.Codice = codice;
+    b.Ragsoc = Testo(rs, SelRagSoc).trimmed().left(LarghezzaTesto);
+    b.RagsocEstesa = Testo(rs, SelEstesa).trimmed().left(LarghezzaTesto);
+    b.Indirizzo = Fisso(Testo(rs, SelIndirizzo));
+    b.Localita = Fisso(Testo(rs, SelLocalita));
+    b.Nominativo = b.Ragsoc;
+    if (!b.RagsocEstesa.isEmpty())
+        b.Nominativo += MarcaEstesa + b.RagsocEstesa;
+    b.Abbinamento = abbinamento;
+}
+
+RigaListaCli Riga(const Recordset &rs)
+{
+    std::int32_t codice = 0;
+    if (!LeggiIntero32(rs.Fields(SelCodice), &codice))
+        codice = 0;
+    return {QString::number(codice).rightJustified(LarghezzaCodice, QLatin1Char(' ')),
+            Testo(rs, SelRagSoc),
+            Testo(rs, SelIndirizzo).trimmed(),
+            Testo(rs, SelLocalita).trimmed(),
+            Testo(rs, SelEstesa),
+            Chiuso(Testo(rs, SelCategoria)) ? QStringLiteral("X") : QString()};
+}
+
+} // namespace
+
+QString ElencoClienti::TestoDaCercare(const QString &nome)
+{
+    const qsizetype marca = nome.indexOf(MarcaEstesa);
+    return marca < 0 ? nome : nome.left(marca);
+}
+
+QString ElencoClienti::ClausolaOrdine(std::uint8_t colonna, std::uint8_t verso)
+{
+    const QString direzione = verso == VersoCrescente ? QStringLiteral(" ASC")
+                                                      : QStringLiteral(" DESC");
+    switch (colonna) {
+    case ColNominativo:
+        return QStringLiteral("ORDER BY CliRagSoc") + direzione;
+    case ColIndirizzo:
+        return QStringLiteral("ORDER BY CliIndirizzo") + direzione;
+    case ColLocalita:
+        return QStringLiteral("ORDER BY CliLocalita") + direzione;
+    case ColSqd:
+        return QStringLiteral("ORDER BY CliRagSocEstesa") + direzione;
+    case ColCh:
+        // Closed clients together, each group by name.
+        return QStringLiteral("ORDER BY CliCategoria") + direzione
+               + QStringLiteral(", CliRagSoc");
+    default:
+        return QStringLiteral("ORDER BY CliRagSoc");
+    }
+}
+
+SqlRicerca ElencoClienti::Sql(const QString &testo, bool ancheChiusi, std::uint8_t colonna,
+                              std::uint8_t verso)
+{
+    SqlRicerca s;
+    s.testo = QStringLiteral("SELECT CliCodice, CliRagSoc, CliRagSocEstesa, CliIndirizzo, "
+                             "CliLocalita, CliCategoria, CliAbbinamento FROM Clienti WHERE ");
+    if (testo.size() >= LunghezzaNomeCliente) {
+        // The whole field: nothing longer can match, so the name as it stands.
+        s.testo += QStringLiteral("CliRagSoc = ? ");
+        s.parametri << testo;
+    } else {
+        // A range on the name's index; "zzz" in lower case on purpose, so
+        // that it stays above any letter under a case-blind comparison.
+        s.testo += QStringLiteral("CliRagSoc BETWEEN ? AND ? ");
+        s.parametri << testo << testo + QStringLiteral("zzz");
+    }
+    if (!ancheChiusi)
+        s.testo += QStringLiteral("AND CliCategoria <> 'ZZZZZ' ");
+    s.testo += ClausolaOrdine(colonna, verso);
+    return s;
+}
+
+void ElencoClienti::Svuota()
+{
+    m_righe = {RigaListaCli{QStringLiteral(" ")}};
+}
+
+std::int32_t ElencoClienti::CodiceRiga(int riga) const
+{
+    if (riga < 0 || riga >= m_righe.size())
+        return 0;
+    std::int32_t codice = 0;
+    if (!LeggiIntero32(Val(m_righe[riga][ColCodice].trimmed()), &codice))
+        return 0;
+    return codice;
+}
+
+std::int16_t ElencoClienti::CercaNomi(const QString &nome)
+{
+    if (nome.trimmed().isEmpty())
+        return 0;
+    const QString testo = TestoDaCercare(nome);
+    // The blank row stands in the grid until a real one arrives.
+    Svuota();
+    UltimaRicerca = testo;
+
+    const SqlRicerca sql = Sql(testo, AncheChiusi, ColonnaOrdine, VersoOrdine);
+    Recordset rs = Recordset::Apri(Db(), sql.testo, dbOpenSnapshot, sql.parametri);
+    if (!rs.IsOpen())
+        return 0;
+    QList<RigaListaCli> righe;
+    for (; !rs.Eof(); rs.MoveNext()) {
+        if (righe.isEmpty())
+            NelBuffer(rs);
+        righe.append(Riga(rs));
+    }
+    rs.Close();
+    // The count is a 16-bit number; a longer list still reads as several.
+    const auto quanti = std::int16_t(std::min<qsizetype>(righe.size(), INT16_MAX));
+    if (!righe.isEmpty())
+        m_righe = std::move(righe);
+    return quanti;
+}
+
+} // namespace sorvane
