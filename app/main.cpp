@@ -3,6 +3,7 @@
 #include "frame/main/Startup.h"
 #include "frame/ui/MessaggiQt.h"
 #include "lookup/ListaCli.h"
+#include "reports/Gstampe.h"
 
 #include <QApplication>
 #include <QStringList>
@@ -22,6 +23,8 @@ int main(int argc, char **argv)
         sorvane::Startup cornice;
         // The client popup is made once at start, so the first lookup opens at once.
         cornice.CaricaListaCli = sorvane::CaricaListaCli;
+        cornice.AvviaStampe = sorvane::AvviaMotoreStampe;
+        cornice.FermaStampe = sorvane::FermaMotoreStampe;
         if (cornice.Avvia(riga)) {
             cornice.show();
             esito = app.exec();

@@ -1,0 +1,53 @@
+#include "reports/CaricaDati.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+
+namespace sorvane {
+
+namespace {
+
+// Every column by its name as staged; Null stays Null, so that the template
+// prints nothing for it.
+QVariantMap Riga(const QSqlRecord &r)
+{
+    QVariantMap m;
+    for (int i = 0; i < r.count(); ++i)
+        m.insert(r.fieldName(i), r.value(i));
+    return m;
+}
+
+bool Leggi(const QSqlDatabase &db, const QString &tabella, QList<QVariantMap> &righe,
+           QString *errore)
+{
+    // No ORDER BY: the staging tables have no key, and their rows come back
+    // in the order they were added, which is the order of the print.
+    QSqlQuery q(db);
+    q.setForwardOnly(true);
+    if (!q.exec(QStringLiteral("SELECT * FROM ") + tabella)) {
+        if (errore)
+            *errore = q.lastError().text();
+        return false;
+    }
+    while (q.next())
+        righe.append(Riga(q.record()));
+    return true;
+}
+
+} // namespace
+
+bool CaricaDatiReport(const QSqlDatabase &db, DatiReport &dati, QString *errore)
+{
+    QList<QVariantMap> testa, piede;
+    dati.corpo.clear();
+    if (!Leggi(db, QStringLiteral("PrtTesta"), testa, errore)
+        || !Leggi(db, QStringLiteral("PrtCorpo"), dati.corpo, errore)
+        || !Leggi(db, QStringLiteral("PrtPiede"), piede, errore))
+        return false;
+    dati.testa = testa.value(0);
+    dati.piede = piede.value(0);
+    return true;
+}
+
+} // namespace sorvane

@@ -1,0 +1,44 @@
+#pragma once
+
+// Where a report goes: "V" the preview window, "P" a printer chosen in the
+// print dialog, "D" the default printer (or a printer named by the caller)
+// without asking. The preview's place and zoom follow the print settings of
+// the configuration.
+
+#include "reports/DatiReport.h"
+#include "reports/Modello.h"
+
+class QPrinter;
+class QWidget;
+
+namespace sorvane {
+
+struct Lancio
+{
+    QChar tipo = QLatin1Char('V'); // anything but "P" and "D" is the preview
+    int copie = 1;          // not above 0 means 1
+    QString titolo;         // title of the preview window and of the job
+    QString stampante;      // with "D": this printer, when it exists
+    QWidget *padre = nullptr; // of the preview and the print dialog
+};
+
+// Sends the filled template where the launch says. True when a preview was
+// shown or a job printed. A cancelled print dialog prints nothing and returns
+// false with no text. A failure is told in a box, or, when errore is given,
+// only written there.
+bool LanciaReport(const Lancio &lancio, const Modello &modello, const DatiReport &dati,
+                  QString *errore = nullptr);
+
+// Looks for the module file (operator's folder, then shared folder) and
+// reads it; false with "GESTORE REPORT " + path + " INESISTENTE" told when
+// it is missing or unreadable.
+bool ApriModulo(const QString &nomeFile, Modello &modello);
+
+// ApriModulo, then LanciaReport.
+bool LanciaModulo(const QString &nomeFile, const Lancio &lancio, const DatiReport &dati);
+
+// The pages on a printer made ready by the caller (copies included).
+bool StampaSuStampante(QPrinter &stampante, const Modello &modello,
+                       const ModelloCompilato &compilato);
+
+} // namespace sorvane

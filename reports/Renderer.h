@@ -1,0 +1,75 @@
+#pragma once
+
+// One drawing function for every device: the preview, a real printer and a
+// PDF file all get the same pages. The body flows over the pages with the
+// table headings repeated; header and footer are drawn on each page, with
+// its number and the count of pages.
+
+#include "reports/Modello.h"
+
+#include <QSizeF>
+
+#include <memory>
+
+class QPagedPaintDevice;
+class QPageLayout;
+class QPainter;
+
+namespace sorvane {
+
+// The pages are laid out in the screen's units (dots per inch of the
+// primary screen, 96 without one) whatever the device. Ask for them in the
+// program's main thread.
+double DpiImpaginazione();
+
+// A4 with the office's margins, landscape when the template asks for it.
+QPageLayout LayoutPagina(const Modello &modello);
+void PreparaPagina(QPagedPaintDevice &dispositivo, const Modello &modello);
+
+// A filled template laid out once on pages of a given printable area (in
+// the units above); any page is then drawn on demand, so that a preview
+// draws only what it shows. It may be made in a worker thread, and is then
+// drawn and freed in that thread too.
+class Impaginazione
+{
+public:
+    // A partial layout is of the first rows only, to show the first pages
+    // while the whole is laid out: its last page, which the missing rows
+    // would fill, does not count (so it may have no page at all), and the
+    // count of pages prints as "...".
+    Impaginazione(const Modello &modello, const ModelloCompilato &compilato,
+                  const QSizeF &area, bool parziale = false);
+    // The printable area of LayoutPagina(modello).
+    Impaginazione(const Modello &modello, const ModelloCompilato &compilato);
+    ~Impaginazione();
+    Impaginazione(const Impaginazione &) = delete;
+    Impaginazione &operator=(const Impaginazione &) = delete;
+
+    int pagine() const;
+    bool parziale() const;
+    QSizeF area() const;
+    // Draws page `indice` (0 is the first) with the painter's origin at the
+    // printable area's corner and its scale at the layout's units.
+    void disegnaPagina(QPainter &p, int indice) const;
+
+private:
+    struct Dati;
+    std::unique_ptr<Dati> d;
+};
+
+// Draws every page on the device; returns the number of pages.
+int StampaDocumento(QPagedPaintDevice &dispositivo, const Modello &modello,
+                    const ModelloCompilato &compilato);
+
+// Draws every page of a layout made for the device's printable area.
+int StampaPagine(QPagedPaintDevice &dispositivo, const Impaginazione &pagine);
+
+// The whole report as a PDF file; false when the file cannot be written.
+bool SalvaPdf(const QString &file, const Modello &modello, const ModelloCompilato &compilato,
+              const QString &titolo = QString());
+// The same from a layout of LayoutPagina(modello), which a PDF page matches
+// exactly: the pages are not laid out again.
+bool SalvaPdf(const QString &file, const Modello &modello, const Impaginazione &pagine,
+              const QString &titolo = QString());
+
+} // namespace sorvane

@@ -1,0 +1,3 @@
+# Spreadsheet export sources
+target_sources(reports PRIVATE
+    ${CMAKE_CURRENT_LIST_DIR}/Esporta.h ${CMAKE_CURRENT_LIST_DIR}/Esporta.cpp)

@@ -1,0 +1,169 @@
+#include "frame/core/Impostazioni.h"
+#include "frame/ui/Modale.h"
+#include "reports/Anteprima.h"
+#include "reports/Renderer.h"
+#include "support/CartellaProva.h"
+#include "tests/reports/DatiProva.h"
+
+#include <QAction>
+#include <QFile>
+#include <QFileDialog>
+#include <QImage>
+#include <QLabel>
+#include <QLayout>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QRegularExpression>
+#include <QSpinBox>
+#include <gtest/gtest.h>
+
+using namespace sorvane;
+using namespace sorvane::prova;
+
+namespace {
+
+// A page as the layout draws it, on an image of the sheet's printable area.
+QImage Pagina(const Impaginazione &pagine, int indice)
+{
+    QImage img(pagine.area().toSize(), QImage::Format_RGB32);
+    img.fill(Qt::white);
+    QPainter p(&img);
+    pagine.disegnaPagina(p, indice);
+    return img;
+}
+
+void Premi(QDialog &d, const char *nome)
+{
+    QAction *a = d.findChild<QAction *>(QString::fromLatin1(nome));
+    ASSERT_NE(a, nullptr) << nome;
+    a->trigger();
+}
+
+} // namespace
+
+// The layout a preview draws from gives the same pages as the paper: as many,
+// and the first rows' layout draws the first page as the whole one does.
+TEST(Impaginazione, PrimePagineComeLeTutte)
+{
+    const Modello modello = ModelloProva();
+    const DatiReport dati = DatiEstratto(600);
+    const ModelloCompilato tutto = CompilaModello(modello, dati);
+    const Impaginazione pagine(modello, tutto);
+
+    CartellaProva dir;
+    QPdfWriter pdf(dir.file(QStringLiteral("conta.pdf")));
+    pdf.setResolution(int(DpiImpaginazione()));
+    PreparaPagina(pdf, modello);
+    EXPECT_EQ(StampaDocumento(pdf, modello, tutto), pagine.pagine());
+    EXPECT_GT(pagine.pagine(), 8);
+
+    const Impaginazione parziale(modello, CompilaModello(modello, dati, 150), pagine.area(),
+                                 true);
+    ASSERT_GE(parziale.pagine(), 1);
+    EXPECT_TRUE(parziale.parziale());
+    EXPECT_LT(parziale.pagine(), pagine.pagine());
+    // Above the footer, whose count of pages is not known yet, the page is
+    // the same to the dot.
+    const QImage a = Pagina(parziale, 0);
+    const QImage b = Pagina(pagine, 0);
+    const int alto = a.height() * 85 / 100;
+    EXPECT_EQ(a.copy(0, 0, a.width(), alto), b.copy(0, 0, b.width(), alto));
+    EXPECT_NE(a, b); // "di ..." against the real count
+}
+
+// A long report opens on the pages of its first rows; the whole layout then
+// takes their place and the count of pages shows.
+TEST(FinestraAnteprima, PrimaLePrimePagine)
+{
+    Impostazioni prima = impostazioni();
+    impostazioni().ZoomStampa = 0;
+    impostazioni().PreviewStampa = 8;
+    const Modello modello = ModelloProva();
+    const DatiReport dati = DatiEstratto(3 * FinestraAnteprima::RighePrimePagine);
+    FinestraAnteprima f(modello, CompilaModello(modello, dati), QStringLiteral("Prova"), &dati);
+    f.resize(900, 700);
+    f.show();
+    auto *totale = f.findChild<QLabel *>(QStringLiteral("totale"));
+    auto *numero = f.findChild<QSpinBox *>(QStringLiteral("numero"));
+    ASSERT_TRUE(totale && numero);
+    if (!f.completa()) {
+        EXPECT_EQ(totale->text(), " di ... ");
+    }
+    const QImage primaVista = f.vista()->viewport()->grab().toImage();
+
+    f.attendiCompleta();
+    ASSERT_TRUE(f.completa());
+    const int n = f.vista()->pagine();
+    EXPECT_EQ(n, Impaginazione(modello, CompilaModello(modello, dati)).pagine());
+    EXPECT_EQ(totale->text(), QStringLiteral(" di %1 ").arg(n));
+    EXPECT_EQ(numero->maximum(), n);
+    // At full size the view shows the top of page 1, the same either way.
+    EXPECT_EQ(f.vista()->viewport()->grab().toImage(), primaVista);
+
+    Premi(f, "ultima");
+    EXPECT_EQ(f.vista()->pagina(), n);
+    EXPECT_EQ(numero->value(), n);
+    Premi(f, "precedente");
+    EXPECT_EQ(numero->value(), n - 1);
+    Premi(f, "prima");
+    EXPECT_EQ(numero->value(), 1);
+    numero->setValue(3);
+    EXPECT_EQ(f.vista()->pagina(), 3);
+    Premi(f, "successiva");
+    EXPECT_EQ(f.vista()->pagina(), 4);
+
+    // Zoom: the steps, then the fits, which follow the window.
+    Premi(f, "ingrandisci");
+    EXPECT_DOUBLE_EQ(f.vista()->fattore(), 1.25);
+    Premi(f, "riduci");
+    EXPECT_DOUBLE_EQ(f.vista()->fattore(), 1.0);
+    EXPECT_EQ(f.vista()->pagina(), 4); // the page in hand stays in sight
+    Premi(f, "intera");
+    const double intera = f.vista()->fattore();
+    Premi(f, "ultima");
+    EXPECT_EQ(numero->value(), n); // the last page, though it cannot reach the top
+    Premi(f, "larghezza");
+    EXPECT_GT(f.vista()->fattore(), intera);
+    const double larga = f.vista()->fattore();
+    f.resize(600, 700);
+    f.layout()->activate();
+    EXPECT_LT(f.vista()->fattore(), larga);
+    impostazioni() = prima;
+}
+
+// The PDF of a preview comes from the layout made for the screen: asked for
+// while the whole is being laid out, it waits for it and has every page.
+TEST(FinestraAnteprima, PdfDaiFogliDellaVista)
+{
+    CartellaProva dir;
+    const QString file = dir.file(QStringLiteral("vista.pdf"));
+    installaGestoreModale([&](QDialog &d) {
+        auto *fd = qobject_cast<QFileDialog *>(&d);
+        if (!fd)
+            return int(QDialog::Rejected);
+        fd->selectFile(file);
+        return int(QDialog::Accepted);
+    });
+    const Modello modello = ModelloProva();
+    const DatiReport dati = DatiEstratto(3 * FinestraAnteprima::RighePrimePagine);
+    FinestraAnteprima f(modello, CompilaModello(modello, dati), QString(), &dati);
+    Premi(f, "pdf");
+    installaGestoreModale({});
+    EXPECT_TRUE(f.completa());
+    QFile pdf(file);
+    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
+    const QString testo = QString::fromLatin1(pdf.readAll());
+    EXPECT_EQ(testo.count(QRegularExpression(QStringLiteral("/Type\\s*/Page[^s]"))),
+              f.vista()->pagine());
+}
+
+// A short report is laid out whole at once.
+TEST(FinestraAnteprima, BreveSubitoIntera)
+{
+    const Modello modello = ModelloProva();
+    const DatiReport dati = DatiEstratto(30);
+    FinestraAnteprima f(modello, CompilaModello(modello, dati), QString(), &dati);
+    EXPECT_TRUE(f.completa());
+    EXPECT_EQ(f.vista()->pagine(), 1);
+    EXPECT_EQ(f.findChild<QLabel *>(QStringLiteral("totale"))->text(), " di 1 ");
+}

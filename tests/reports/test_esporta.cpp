@@ -1,0 +1,299 @@
+#include "frame/core/Giorni.h"
+#include "frame/core/Impostazioni.h"
+#include "frame/core/Ini.h"
+#include "frame/core/Messaggi.h"
+#include "frame/ui/Documenti.h"
+#include "reports/Esporta.h"
+#include "support/CartellaProva.h"
+
+#include <QFile>
+#include <QHeaderView>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QSqlQueryModel>
+#include <QStandardItemModel>
+#include <QTableView>
+#include <QUrl>
+#include <gtest/gtest.h>
+
+using namespace sorvane;
+
+namespace {
+
+using Righe = QList<QStringList>;
+
+// Reads the file as a spreadsheet's CSV import does with ";" and double
+// quotes: quoted fields may hold the separator, quotes doubled and line
+// breaks. Every field of the file is followed by ";", so the empty field
+// after the last one is not a field.
+Righe LeggiCsv(const QByteArray &dati)
+{
+    const QString testo = QString::fromUtf8(dati);
+    Righe righe;
+    QStringList riga;
+    QString campo;
+    bool tra = false;
+    bool campoAperto = false;
+    for (qsizetype i = 0; i < testo.size(); ++i) {
+        const QChar c = testo.at(i);
+        if (tra) {
+            if (c == QLatin1Char('"') && i + 1 < testo.size() && testo.at(i + 1) == c) {
+                campo += c;
+                ++i;
+            } else if (c == QLatin1Char('"')) {
+                tra = false;
+            } else {
+                campo += c;
+            }
+        } else if (c == QLatin1Char('"')) {
+            tra = true;
+            campoAperto = true;
+        } else if (c == QLatin1Char(';')) {
+            riga.append(campo);
+            campo.clear();
+            campoAperto = false;
+        } else if (c == QLatin1Char('\n')) {
+            if (campoAperto || !campo.isEmpty())
+                riga.append(campo);
+            righe.append(riga);
+            riga.clear();
+            campo.clear();
+            campoAperto = false;
+        } else if (c != QLatin1Char('\r')) {
+            campo += c;
+            campoAperto = true;
+        }
+    }
+    return righe;
+}
+
+class EsportaProva : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        m_prima = impostazioni();
+        impostazioni().PathTemp = m_cartella.percorso() + QLatin1Char('/');
+        impostazioni().IniLocale = m_cartella.scrivi(QStringLiteral("sorvane.ini"), "");
+        installaAvviaProgramma([this](const QString &p, const QStringList &a) {
+            m_avviati.append(p + QLatin1Char('|') + a.join(QLatin1Char('|')));
+            return true;
+        });
+        installaApriUrl([this](const QUrl &u) {
+            m_aperti.append(u.toLocalFile());
+            return true;
+        });
+
+        m_db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("esporta"));
+        m_db.setDatabaseName(m_cartella.file(QStringLiteral("prova.db")));
+        ASSERT_TRUE(m_db.open());
+        QSqlQuery q(m_db);
+        ASSERT_TRUE(q.exec(QStringLiteral(
+            "CREATE TABLE Distinte (dstCodice INTEGER, dstPrg TEXT, CliRagsoc TEXT,"
+            " dstCodP0 TEXT, dstBanca TEXT, CmbData REAL, dstImporto REAL)")));
+        q.prepare(QStringLiteral("INSERT INTO Distinte VALUES (?, ?, ?, ?, ?, ?, ?)"));
+        Inserisci(q, {12, "0", "Società \"Alfa\"; Beta", "FONDO1\n", "BANCA A",
+                      GiornoDaData(QDate(2002, 1, 1)), 1234.5});
+        Inserisci(q, {12, "1", "Società \"Alfa\"; Beta", "FONDO2\n", "BANCA A", 0, 1234.5});
+        Inserisci(q, {13, "0", "Rossi Mario", "FONDO3", "BANCA B", QVariant(), 100});
+    }
+
+    void TearDown() override
+    {
+        m_vista.reset();
+        m_modello.reset();
+        m_db.close();
+        m_db = QSqlDatabase();
+        QSqlDatabase::removeDatabase(QStringLiteral("esporta"));
+        installaAvviaProgramma({});
+        installaApriUrl({});
+        impostazioni() = m_prima;
+    }
+
+    static void Inserisci(QSqlQuery &q, const QVariantList &valori)
+    {
+        for (int i = 0; i < valori.size(); ++i)
+            q.bindValue(i, valori.at(i));
+        ASSERT_TRUE(q.exec());
+    }
+
+    // The slip grid: the bank column hidden, the code's caption on two lines.
+    QTableView *Griglia(const QString &filtro = QString())
+    {
+        m_modello = std::make_unique<QSqlQueryModel>();
+        m_modello->setQuery(QStringLiteral("SELECT dstCodice, dstPrg, CliRagsoc, dstCodP0,"
+                                           " dstBanca, CmbData, dstImporto FROM Distinte")
+                                + filtro + QStringLiteral(" ORDER BY dstCodice, dstPrg"),
+                            m_db);
+        const char *titoli[] = {"PRG", "R", "NOMINATIVO", "COD.\r\nPROD.", "BANCA", "DATA",
+                                "IMPORTO"};
+        for (int c = 0; c < 7; ++c)
+            m_modello->setHeaderData(c, Qt::Horizontal, QString::fromUtf8(titoli[c]));
+        m_vista = std::make_unique<QTableView>();
+        m_vista->setModel(m_modello.get());
+        m_vista->setColumnHidden(1, true);
+        m_vista->setColumnHidden(4, true);
+        return m_vista.get();
+    }
+
+    QByteArray File(const QString &nome) const
+    {
+        QFile f(FileEsportazione(nome));
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+
+    prova::CartellaProva m_cartella;
+    MessaggiRegistrati m_messaggi;
+    Impostazioni m_prima;
+    QSqlDatabase m_db;
+    std::unique_ptr<QSqlQueryModel> m_modello;
+    std::unique_ptr<QTableView> m_vista;
+    QStringList m_avviati;
+    QStringList m_aperti;
+};
+
+} // namespace
+
+TEST(CampoCsv, QuotesOnlyWhatWouldBreakTheField)
+{
+    EXPECT_EQ(CampoCsv(QStringLiteral("Città 12,50")), QStringLiteral("Città 12,50"));
+    EXPECT_EQ(CampoCsv(QStringLiteral("a;b")), QStringLiteral("\"a;b\""));
+    EXPECT_EQ(CampoCsv(QStringLiteral("il \"Nuovo\"")), QStringLiteral("\"il \"\"Nuovo\"\"\""));
+    EXPECT_EQ(CampoCsv(QStringLiteral("a\r\nb")), QStringLiteral("\"a\r\nb\""));
+    EXPECT_EQ(ValoreEsportato(QVariant(), TipoEsportato::Testo), QString());
+    EXPECT_EQ(ValoreEsportato(0, TipoEsportato::Data), QString());
+    EXPECT_EQ(ValoreEsportato(37257.75, TipoEsportato::Data), QStringLiteral("01/01/2002"));
+    EXPECT_EQ(ValoreEsportato(QVariant(), TipoEsportato::Altro), QString());
+}
+
+TEST_F(EsportaProva, EmptyListWritesNoFile)
+{
+    EsportaGriglia(Griglia(QStringLiteral(" WHERE dstCodice = 0")), nullptr,
+                   QStringLiteral("IDistinte"));
+    EXPECT_EQ(m_messaggi.testi(), QStringList{QStringLiteral("NESSUN DATO DA ESPORTARE")});
+    EXPECT_FALSE(QFile::exists(FileEsportazione(QStringLiteral("IDistinte"))));
+    EXPECT_TRUE(m_aperti.isEmpty());
+}
+
+TEST_F(EsportaProva, GridFileReadsBackAsTheListShowsIt)
+{
+    QTableView *griglia = Griglia();
+    // The grid's own column order counts, not the query's.
+    griglia->horizontalHeader()->moveSection(6, 0);
+    EsportaGriglia(griglia, nullptr, QStringLiteral("IDistinte"));
+
+    const QByteArray dati = File(QStringLiteral("IDistinte"));
+    ASSERT_TRUE(dati.startsWith("\xEF\xBB\xBF"));
+    EXPECT_FALSE(dati.contains("BANCA"));
+    const Righe righe = LeggiCsv(dati.mid(3));
+    ASSERT_EQ(righe.size(), 4);
+    EXPECT_EQ(righe[0], (QStringList{"IMPORTO", "PRG", "NOMINATIVO", "COD.PROD.", "DATA"}));
+    // The open mark of a product code is gone; a name with ";" and quotes
+    // stays one field; the first of the euro reads as a date.
+    EXPECT_EQ(righe[1], (QStringList{"1234,5", "12", "Società \"Alfa\"; Beta", "FONDO1",
+                                     "01/01/2002"}));
+    // The second row of a switch shows its slices alone.
+    EXPECT_EQ(righe[2], (QStringList{"", "", "", "FONDO2", ""}));
+    // A date of 0 or none is an empty field.
+    EXPECT_EQ(righe[3], (QStringList{"100", "13", "Rossi Mario", "FONDO3", ""}));
+    for (const QStringList &r : righe)
+        EXPECT_EQ(r.size(), righe[0].size());
+
+    EXPECT_TRUE(m_messaggi.testi().isEmpty());
+    EXPECT_EQ(m_aperti, QStringList{FileEsportazione(QStringLiteral("IDistinte"))});
+    EXPECT_TRUE(griglia->isEnabled());
+}
+
+TEST_F(EsportaProva, RowsRunFromTheCurrentOneAndTheGridGoesBackToTheFirst)
+{
+    QTableView *griglia = Griglia();
+    griglia->setCurrentIndex(m_modello->index(2, 2));
+    // Another list than slips: the second row keeps all its fields.
+    EsportaGriglia(griglia, nullptr, QStringLiteral("Prodotti"));
+    const Righe righe = LeggiCsv(File(QStringLiteral("Prodotti")).mid(3));
+    ASSERT_EQ(righe.size(), 2);
+    EXPECT_EQ(righe[1][0], QStringLiteral("13"));
+    EXPECT_EQ(griglia->currentIndex().row(), 0);
+
+    griglia->setCurrentIndex(m_modello->index(1, 0));
+    EsportaGriglia(griglia, nullptr, QStringLiteral("Prodotti"));
+    const Righe seconda = LeggiCsv(File(QStringLiteral("Prodotti")).mid(3));
+    ASSERT_EQ(seconda.size(), 3);
+    EXPECT_EQ(seconda[1], (QStringList{"12", "Società \"Alfa\"; Beta", "FONDO2", "",
+                                       "1234,5"}));
+}
+
+TEST_F(EsportaProva, ConfiguredProgramOpensTheFileOrIsNotFound)
+{
+    const QString ini = impostazioni().IniLocale;
+    ScriviIni(ini, QStringLiteral("APPLICATIVI"), QStringLiteral("Excel"),
+              QStringLiteral("/opt/fogli/calc"));
+    EsportaGriglia(Griglia(), nullptr, QStringLiteral("GDistinte"));
+    const QString file = FileEsportazione(QStringLiteral("GDistinte"));
+    EXPECT_EQ(m_avviati, QStringList{QStringLiteral("/opt/fogli/calc|") + file});
+    EXPECT_TRUE(m_aperti.isEmpty());
+
+    // The real starter, on a program that is not there.
+    installaAvviaProgramma({});
+    ScriviIni(ini, QStringLiteral("APPLICATIVI"), QStringLiteral("Excel"),
+              m_cartella.file(QStringLiteral("manca")));
+    EsportaGriglia(Griglia(), nullptr, QStringLiteral("GDistinte"));
+    ASSERT_EQ(m_messaggi.testi().size(), 1);
+    EXPECT_EQ(m_messaggi.testi().first(), QLatin1Char('"') + m_cartella.file("manca")
+                                              + QStringLiteral("\" \"") + file
+                                              + QStringLiteral("\"  NON TROVATO"));
+    EXPECT_TRUE(QFile::exists(file));
+}
+
+TEST_F(EsportaProva, MatrixWritesEveryColumnOfTheGrid)
+{
+    QStandardItemModel modello(0, 3);
+    modello.setHorizontalHeaderLabels({QStringLiteral("MON"), QStringLiteral("CAMBIO\nDEL"),
+                                       QStringLiteral("NASCOSTA")});
+    QTableView griglia;
+    griglia.setModel(&modello);
+    griglia.setColumnHidden(2, true);
+
+    EsportaMatrice(&griglia, MatriceValori({}), QStringLiteral("GesCambi"));
+    EXPECT_EQ(m_messaggi.testi(), QStringList{QStringLiteral("NESSUN DATO DA ESPORTARE")});
+    EXPECT_FALSE(QFile::exists(FileEsportazione(QStringLiteral("GesCambi"))));
+
+    const MatriceValori matrice({{QStringLiteral(" USD "), 1.0823, QVariant()},
+                                 {QStringLiteral("CHF"), QStringLiteral("0,95"), 3}});
+    EsportaMatrice(&griglia, matrice, QStringLiteral("GesCambi"));
+    const Righe righe = LeggiCsv(File(QStringLiteral("GesCambi")).mid(3));
+    ASSERT_EQ(righe.size(), 3);
+    EXPECT_EQ(righe[0], (QStringList{"MON", "CAMBIODEL", "NASCOSTA"}));
+    EXPECT_EQ(righe[1], (QStringList{"USD", "1,0823", ""}));
+    EXPECT_EQ(righe[2], (QStringList{"CHF", "0,95", "3"}));
+}
+
+TEST_F(EsportaProva, RankingSplitsThePercentColumns)
+{
+    QStandardItemModel modello(0, 3);
+    modello.setHorizontalHeaderLabels({QStringLiteral("CLIENTE"),
+                                       QStringLiteral("RENDIMENTO % sul capitale"),
+                                       QStringLiteral("QUOTA % sul totale A")});
+    modello.appendRow({new QStandardItem(QStringLiteral("Rossi")),
+                       new QStandardItem(QStringLiteral("4,5% ; 1000 ; 2500")),
+                       new QStandardItem(QStringLiteral("12%;X"))});
+    modello.appendRow({new QStandardItem(QStringLiteral("Bianchi")),
+                       new QStandardItem(QStringLiteral("n.d.")),
+                       new QStandardItem(QStringLiteral("7%;Y;Z"))});
+    QTableView griglia;
+    griglia.setModel(&modello);
+
+    EsportaClassifica(&griglia, nullptr, QStringLiteral("Classifica"));
+    const Righe righe = LeggiCsv(File(QStringLiteral("Classifica")).mid(3));
+    ASSERT_EQ(righe.size(), 3);
+    EXPECT_EQ(righe[0], (QStringList{"CLIENTE", "RENDIMENTO%", "SALDO", "PROGRESSIVO", "QUOTA",
+                                     "% A"}));
+    EXPECT_EQ(righe[1], (QStringList{"Rossi", "4,5%", "1000", "2500", "12%", "X"}));
+    EXPECT_EQ(righe[2], (QStringList{"Bianchi", "n.d.", "", "", "7%", "Y;Z"}));
+
+    // Under another name the ranking writes as a plain grid.
+    EsportaClassifica(&griglia, nullptr, QStringLiteral("Altro"));
+    const Righe piane = LeggiCsv(File(QStringLiteral("Altro")).mid(3));
+    EXPECT_EQ(piane[0].size(), 3);
+    EXPECT_EQ(piane[1][1], QStringLiteral("4,5% ; 1000 ; 2500"));
+}

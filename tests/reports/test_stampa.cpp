@@ -1,0 +1,326 @@
+#include "frame/core/Formato.h"
+#include "frame/core/Impostazioni.h"
+#include "frame/core/Messaggi.h"
+#include "frame/ui/Modale.h"
+#include "reports/Anteprima.h"
+#include "reports/Renderer.h"
+#include "support/CartellaProva.h"
+#include "tests/reports/DatiProva.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QFileDialog>
+#include <QImage>
+#include <QPalette>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QScreen>
+#include <QToolBar>
+#include <gtest/gtest.h>
+
+using namespace sorvane;
+using namespace sorvane::prova;
+
+namespace {
+
+// The text of each page of a PDF, as a reader would copy it.
+QStringList PaginePdf(const QString &file)
+{
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), file, QStringLiteral("-")});
+    EXPECT_TRUE(p.waitForFinished(30000));
+    QStringList pagine = QString::fromUtf8(p.readAllStandardOutput()).split(QLatin1Char('\f'));
+    if (!pagine.isEmpty() && pagine.constLast().trimmed().isEmpty())
+        pagine.removeLast();
+    return pagine;
+}
+
+QImage PrimaPaginaPng(const QString &pdf, const QString &radice)
+{
+    QProcess p;
+    p.start(QStringLiteral("pdftoppm"), {QStringLiteral("-png"), QStringLiteral("-r"),
+                                         QStringLiteral("40"), QStringLiteral("-f"),
+                                         QStringLiteral("1"), QStringLiteral("-l"),
+                                         QStringLiteral("1"), pdf, radice});
+    EXPECT_TRUE(p.waitForFinished(30000));
+    QImage img(radice + QStringLiteral("-1.png"));
+    if (img.isNull())
+        img.load(radice + QStringLiteral("-01.png"));
+    return img;
+}
+
+// Dots darker than the threshold, of a page read back from the PDF.
+int Scuri(const QImage &img, int soglia = 60)
+{
+    int n = 0;
+    for (int y = 0; y < img.height(); ++y) {
+        for (int x = 0; x < img.width(); ++x)
+            n += qGray(img.pixel(x, y)) < soglia;
+    }
+    return n;
+}
+
+// Answers the modal dialogs of a test with a function, and puts the real
+// ones back at its end.
+class Dialoghi
+{
+public:
+    explicit Dialoghi(GestoreModale g) { installaGestoreModale(std::move(g)); }
+    ~Dialoghi() { installaGestoreModale({}); }
+};
+
+class ImpostazioniTenute
+{
+public:
+    ImpostazioniTenute() : m_prima(impostazioni()) {}
+    ~ImpostazioniTenute() { impostazioni() = m_prima; }
+
+private:
+    sorvane::Impostazioni m_prima;
+};
+
+} // namespace
+
+// A statement of 200 rows on paper: every page has the firm's header, the
+// table's heading and its own number; the totals close the last page.
+TEST(StampaPdf, EstrattoSuPiuPagine)
+{
+    CartellaProva dir;
+    const Modello modello = ModelloProva();
+    const DatiReport dati = DatiEstratto(200);
+    const QString file = dir.file(QStringLiteral("estratto.pdf"));
+    ASSERT_TRUE(SalvaPdf(file, modello, CompilaModello(modello, dati)));
+
+    const QStringList pagine = PaginePdf(file);
+    const int n = int(pagine.size());
+    ASSERT_GE(n, 3);
+    for (int i = 0; i < n; ++i) {
+        const QString &p = pagine.at(i);
+        SCOPED_TRACE(i + 1);
+        EXPECT_TRUE(p.contains("Studio Ferraresi Consulenze"));
+        EXPECT_TRUE(p.contains("Stampato il 15/03/2025"));
+        EXPECT_TRUE(p.contains(QRegularExpression("Data +Causale +Descrizione +Importo")));
+        EXPECT_TRUE(p.contains(QStringLiteral("Pagina %1 di %2").arg(i + 1).arg(n)));
+        // The footer closes the page: nothing of the body comes after it.
+        EXPECT_TRUE(p.trimmed().endsWith(QStringLiteral("Pagina %1 di %2").arg(i + 1).arg(n)));
+    }
+    EXPECT_TRUE(pagine.at(0).contains(NomeCliente()));
+
+    double importi = 0, spese = 0;
+    for (const QVariantMap &r : dati.corpo) {
+        importi += r.value("CNumero1").toDouble();
+        spese += r.value("CNumero2").toDouble();
+    }
+    // "Saldo finale" may come out with the "fi" ligature.
+    const QString &ultima = pagine.constLast();
+    EXPECT_TRUE(ultima.contains(QRegularExpression(
+        "Totali +" + QRegularExpression::escape(Format(importi, "#,###,###,##0.00")) + " +"
+        + QRegularExpression::escape(Format(spese, "#,###,###,##0.00")))))
+        << ultima.toStdString();
+    EXPECT_TRUE(ultima.contains(QRegularExpression(
+        "Saldo \\S+ +" + QRegularExpression::escape(Format(importi, "#,###,###,##0.00")))));
+
+    // Every row printed once: none lost or doubled at a page break.
+    const QString tutto = pagine.join(QLatin1Char('\n'));
+    for (int i = 1; i <= 200; ++i)
+        EXPECT_EQ(tutto.count(QRegularExpression(QStringLiteral(" n\\. %1 ").arg(i))), 1) << i;
+}
+
+// A dark desktop theme does not reach the paper.
+TEST(StampaPdf, TestoNeroConTemaScuro)
+{
+    const QPalette prima = QApplication::palette();
+    QPalette scura = prima;
+    scura.setColor(QPalette::Text, Qt::white);
+    scura.setColor(QPalette::WindowText, Qt::white);
+    scura.setColor(QPalette::Base, Qt::black);
+    scura.setColor(QPalette::Window, Qt::black);
+    QApplication::setPalette(scura);
+
+    CartellaProva dir;
+    const Modello m = LeggiModello(QStringLiteral(
+        "<p style=\"font-size: 40pt\">{{TCampo1}}</p>"));
+    DatiReport d;
+    d.testa.insert(QStringLiteral("TCampo1"), QStringLiteral("MMMMMMMM"));
+    const QString file = dir.file(QStringLiteral("nero.pdf"));
+    ASSERT_TRUE(SalvaPdf(file, m, CompilaModello(m, d)));
+    QApplication::setPalette(prima);
+
+    const QImage img = PrimaPaginaPng(file, dir.file(QStringLiteral("nero")));
+    ASSERT_FALSE(img.isNull());
+    EXPECT_GT(Scuri(img), 100);
+    // ...on white paper.
+    EXPECT_LT(Scuri(img, 200), img.width() * img.height() / 2);
+}
+
+// A logo beside the template is found from the template's folder.
+TEST(StampaPdf, LogoDallaCartellaDelModello)
+{
+    CartellaProva dir;
+    QImage logo(240, 96, QImage::Format_RGB32);
+    logo.fill(Qt::black);
+    ASSERT_TRUE(logo.save(dir.file(QStringLiteral("logo.png"))));
+    const QString percorso = dir.scrivi(QStringLiteral("Logo.rpt"),
+        "<header><img src=\"logo.png\" width=\"240\" height=\"96\"></header><p>.</p>");
+    Modello m;
+    ASSERT_TRUE(CaricaModello(percorso, m));
+    const QString file = dir.file(QStringLiteral("logo.pdf"));
+    ASSERT_TRUE(SalvaPdf(file, m, CompilaModello(m, {})));
+    const QImage img = PrimaPaginaPng(file, dir.file(QStringLiteral("logo")));
+    ASSERT_FALSE(img.isNull());
+    // 240 x 96 screen pixels at 40 dots per inch: about 100 x 40 dots.
+    EXPECT_GT(Scuri(img), 3000);
+}
+
+TEST(Anteprima, PosizioneConBarraApplicazioni)
+{
+    const QRect schermo(0, 0, 1200, 900);
+    struct Caso
+    {
+        QRect disponibile; // what the bar leaves of the screen
+        LatoBarra lato;
+        int codice;
+        QRect atteso;
+    };
+    const QRect basso(0, 0, 1200, 860), alto(0, 30, 1200, 870);
+    const QRect sinistra(60, 0, 1140, 900), destra(0, 0, 1140, 900);
+    const Caso casi[] = {
+        {basso, LatoBarra::Basso, 0, QRect(0, 0, 1199, 860)},
+        {basso, LatoBarra::Basso, 3, QRect(0, 410, 1199, 450)},
+        {basso, LatoBarra::Basso, 6, QRect(200, 260, 800, 600)},
+        // Bar on top, code 4: the window starts under the bar.
+        {alto, LatoBarra::Alto, 4, QRect(200, 30, 800, 600)},
+        {alto, LatoBarra::Alto, 0, QRect(0, 30, 1199, 870)},
+        {alto, LatoBarra::Alto, 7, QRect(0, 30, 0, 0)},
+        {sinistra, LatoBarra::Sinistra, 2, QRect(60, 225, 1139, 450)},
+        {sinistra, LatoBarra::Sinistra, 7, QRect(60, 0, 0, 0)},
+        {destra, LatoBarra::Destra, 1, QRect(0, 0, 1139, 450)},
+        {destra, LatoBarra::Destra, 5, QRect(200, 150, 800, 600)},
+        // An unknown code leaves everything at 0: the window's own place.
+        {basso, LatoBarra::Basso, 8, QRect()},
+    };
+    for (const Caso &c : casi) {
+        SCOPED_TRACE(c.codice);
+        const BarraApplicazioni barra = LeggiBarraApplicazioni(schermo, c.disponibile);
+        EXPECT_EQ(barra.lato, c.lato);
+        EXPECT_EQ(GeometriaAnteprima(c.codice, schermo.size(), barra), c.atteso);
+    }
+    EXPECT_EQ(LeggiBarraApplicazioni(schermo, basso).altezza, 40);
+    EXPECT_EQ(LeggiBarraApplicazioni(schermo, schermo).altezza, 0);
+}
+
+TEST(Anteprima, Zoom)
+{
+    EXPECT_EQ(ZoomDaCodice(0).modo, ModoZoom::Fattore);
+    EXPECT_EQ(ZoomDaCodice(0).fattore, 1.0);
+    EXPECT_EQ(ZoomDaCodice(1).modo, ModoZoom::Larghezza);
+    EXPECT_EQ(ZoomDaCodice(2).modo, ModoZoom::PaginaIntera);
+    EXPECT_EQ(ZoomDaCodice(3).modo, ModoZoom::Fattore);
+    EXPECT_DOUBLE_EQ(ZoomDaCodice(3).fattore, 0.5);
+    EXPECT_DOUBLE_EQ(ZoomDaCodice(4).fattore, 0.75);
+    EXPECT_DOUBLE_EQ(ZoomDaCodice(5).fattore, 1.0);
+}
+
+// "V": the preview window, placed and zoomed by the settings, with its pages
+// and the button that saves them as PDF.
+TEST(Lancio, AnteprimaConPdf)
+{
+    ImpostazioniTenute tieni;
+    impostazioni().PreviewStampa = 5;
+    impostazioni().ZoomStampa = 3;
+    CartellaProva dir;
+    const QString pdf = dir.file(QStringLiteral("da_anteprima.pdf"));
+    int pagine = 0;
+    bool visto = false;
+    QRect geometria;
+    double zoom = 0;
+    Dialoghi dialoghi([&](QDialog &d) {
+        if (auto *fd = qobject_cast<QFileDialog *>(&d)) {
+            fd->selectFile(pdf);
+            return int(QDialog::Accepted);
+        }
+        auto *anteprima = qobject_cast<FinestraAnteprima *>(&d);
+        if (!anteprima)
+            return int(QDialog::Rejected);
+        visto = true;
+        EXPECT_EQ(d.windowTitle(), "Modulo:  'Prova'");
+        geometria = d.geometry();
+        anteprima->attendiCompleta();
+        pagine = anteprima->vista()->pagine();
+        zoom = anteprima->vista()->fattore();
+        d.findChild<QAction *>(QStringLiteral("pdf"))->trigger();
+        return int(QDialog::Rejected);
+    });
+    Lancio l;
+    l.tipo = QLatin1Char('v');
+    l.titolo = QStringLiteral("Modulo:  'Prova'");
+    EXPECT_TRUE(LanciaReport(l, ModelloProva(), DatiEstratto(120)));
+    ASSERT_TRUE(visto);
+    EXPECT_GE(pagine, 2);
+    EXPECT_DOUBLE_EQ(zoom, 0.5);
+    const QRect schermo = QGuiApplication::primaryScreen()->geometry();
+    EXPECT_EQ(geometria.size(), QSize(2 * (schermo.width() / 3), 2 * (schermo.height() / 3)));
+    ASSERT_TRUE(QFile::exists(pdf));
+    EXPECT_EQ(PaginePdf(pdf).size(), pagine);
+}
+
+// "P": Cancel in the print dialog prints nothing; OK prints once with the
+// copies asked.
+TEST(Lancio, StampanteConDialogo)
+{
+    CartellaProva dir;
+    const QString file = dir.file(QStringLiteral("stampa.pdf"));
+    QDialog::DialogCode risposta = QDialog::Rejected;
+    int copie = 0;
+    Dialoghi dialoghi([&](QDialog &d) {
+        auto *pd = qobject_cast<QPrintDialog *>(&d);
+        EXPECT_NE(pd, nullptr);
+        if (!pd)
+            return int(QDialog::Rejected);
+        copie = pd->printer()->copyCount();
+        pd->printer()->setOutputFormat(QPrinter::PdfFormat);
+        pd->printer()->setOutputFileName(file);
+        return int(risposta);
+    });
+    Lancio l;
+    l.tipo = QLatin1Char('P');
+    l.copie = 2;
+    EXPECT_FALSE(LanciaReport(l, ModelloProva(), DatiEstratto(10)));
+    EXPECT_EQ(copie, 2);
+    EXPECT_FALSE(QFile::exists(file));
+
+    risposta = QDialog::Accepted;
+    l.copie = 0;
+    EXPECT_TRUE(LanciaReport(l, ModelloProva(), DatiEstratto(10)));
+    EXPECT_EQ(copie, 1);
+    ASSERT_TRUE(QFile::exists(file));
+    EXPECT_EQ(PaginePdf(file).size(), 1);
+}
+
+TEST(Lancio, ErroriDetti)
+{
+    MessaggiRegistrati msg;
+    Lancio l;
+    l.tipo = QLatin1Char('D');
+    if (QPrinterInfo::defaultPrinter().isNull()) {
+        EXPECT_FALSE(LanciaReport(l, ModelloProva(), DatiEstratto(1)));
+        EXPECT_EQ(msg.testi(), QStringList{"NESSUNA STAMPANTE PREDEFINITA"});
+    }
+    msg.pulisci();
+    EXPECT_FALSE(LanciaReport(l, LeggiModello(QStringLiteral("{{/corpo}}")), {}));
+    ASSERT_EQ(msg.testi().size(), 1);
+    EXPECT_TRUE(msg.testi().at(0).startsWith("MODELLO DI STAMPA NON VALIDO"));
+
+    ImpostazioniTenute tieni;
+    CartellaProva dir;
+    impostazioni().PathReport = dir.percorso() + QLatin1Char('/');
+    impostazioni().PathReportOperatore.clear();
+    msg.pulisci();
+    EXPECT_FALSE(LanciaModulo(QStringLiteral("Nessuno.rpt"), l, {}));
+    EXPECT_EQ(msg.testi(),
+              QStringList{"GESTORE REPORT " + dir.percorso() + "/Nessuno.rpt INESISTENTE"});
+}
