@@ -2,6 +2,7 @@
 // movements, every fourth a switch of two rows) moved to a ledger that
 // already holds a busy office's movements. It must stay under a second.
 
+#include "bench/ArchiviBench.h"
 #include "distinte/Salvataggio.h"
 #include "frame/core/Impostazioni.h"
 #include "store/Connessione.h"
@@ -111,15 +112,5 @@ BENCHMARK(salvaDistinta)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    QCoreApplication app(argc, argv);
-    QTemporaryDir dir;
-    if (!dir.isValid() || !Prepara(dir)) {
-        std::fprintf(stderr, "bench_distinte: the files could not be made\n");
-        return 1;
-    }
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    ChiudiDatabase();
-    return 0;
+    return sorvane::bench::EseguiSuArchivi(argc, argv, "bench_distinte", Prepara);
 }

@@ -2,6 +2,7 @@
 // Seek must stay one index search, and a walk must not read the table
 // whole. The four files are made in a temporary folder at start.
 
+#include "bench/ArchiviBench.h"
 #include "frame/core/Impostazioni.h"
 #include "store/Cambi.h"
 #include "store/Connessione.h"
@@ -189,15 +190,5 @@ BENCHMARK(cercaCambio);
 
 int main(int argc, char **argv)
 {
-    QCoreApplication app(argc, argv);
-    QTemporaryDir dir;
-    if (!dir.isValid() || !Prepara(dir)) {
-        std::fprintf(stderr, "bench_store: the files could not be made\n");
-        return 1;
-    }
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    ChiudiDatabase();
-    return 0;
+    return sorvane::bench::EseguiSuArchivi(argc, argv, "bench_store", Prepara);
 }
