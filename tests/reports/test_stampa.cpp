@@ -94,6 +94,11 @@ TEST(StampaPdf, EstrattoSuPiuPagine)
     const DatiReport dati = DatiEstratto(200);
     const QString file = dir.file(QStringLiteral("estratto.pdf"));
     ASSERT_TRUE(SalvaPdf(file, modello, CompilaModello(modello, dati)));
+    // SORVANE_PDF_PROVA=path keeps a copy, to look at the pages by eye.
+    if (const QString copia = qEnvironmentVariable("SORVANE_PDF_PROVA"); !copia.isEmpty()) {
+        QFile::remove(copia);
+        QFile::copy(file, copia);
+    }
 
     const QStringList pagine = PaginePdf(file);
     const int n = int(pagine.size());
