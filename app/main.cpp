@@ -1,5 +1,7 @@
+#include "distinte/InsDist.h"
 #include "frame/core/Locale.h"
 #include "frame/core/Messaggi.h"
+#include "frame/main/Schermate.h"
 #include "frame/main/Startup.h"
 #include "frame/ui/MessaggiQt.h"
 #include "lookup/ListaCli.h"
@@ -19,6 +21,7 @@ int main(int argc, char **argv)
     // The suite passes one parameter string; a shell may have split it.
     const QString riga = QApplication::arguments().mid(1).join(QLatin1Char(' '));
     int esito = 0;
+    sorvane::RegistraSchermo(0, [] { return new sorvane::InsDist; });
     {
         sorvane::Startup cornice;
         // The client popup is made once at start, so the first lookup opens at once.

@@ -33,11 +33,7 @@ std::int16_t SceltaCliente(QWidget *schermo, QLineEdit *codice, QLineEdit *nome,
         return 0;
     ListaCli &lista = listaCli();
     CondivisiListaCli &condivisi = condivisiListaCli();
-    Cli().Codice = 0;
-    condivisi.LookupLive = 0;
-    // With the flag down the box searches nothing.
-    lista.Check1->setChecked(ancheChiusi);
-    const std::int16_t quanti = lista.CercaNomi(testo);
+    const std::int16_t quanti = CercaClienti(testo, ancheChiusi);
     if (quanti == 0)
         return 0;
     if (quanti == 1) {
@@ -64,6 +60,25 @@ std::int16_t SceltaCliente(QWidget *schermo, QLineEdit *codice, QLineEdit *nome,
     CaricaCliente(scelto);
     Mostra(codice, nome, scelto);
     return quanti;
+}
+
+std::int16_t CercaClienti(const QString &nome, bool ancheChiusi)
+{
+    ListaCli &lista = listaCli();
+    Cli().Codice = 0;
+    condivisiListaCli().LookupLive = 0;
+    // With the flag down the box searches nothing.
+    lista.Check1->setChecked(ancheChiusi);
+    return lista.CercaNomi(nome.trimmed());
+}
+
+std::int32_t MostraClienti(int sinistra, int alto)
+{
+    CondivisiListaCli &condivisi = condivisiListaCli();
+    condivisi.PosX = sinistra;
+    condivisi.PosY = alto;
+    EseguiModale(listaCli());
+    return Cli().Codice;
 }
 
 } // namespace sorvane

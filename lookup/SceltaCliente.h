@@ -6,6 +6,7 @@
 // left without a choice empties the code field and gives it the focus.
 // The client in hand is then in Cli().
 
+#include <QString>
 #include <cstdint>
 
 class QLineEdit;
@@ -20,5 +21,14 @@ namespace sorvane {
 // the screen decides what to say.
 std::int16_t SceltaCliente(QWidget *schermo, QLineEdit *codice, QLineEdit *nome,
                            bool ancheChiusi = false);
+
+// The same routine in two steps, for screens whose field checks run the
+// search themselves. CercaClienti makes the popup ready (shared code
+// cleared, closed clients left out unless ancheChiusi) and searches unseen;
+// it answers how many clients match, with one that client in Cli().
+std::int16_t CercaClienti(const QString &nome, bool ancheChiusi = false);
+// Shows the popup modally for a choice among several, at left and top in
+// twips; answers the chosen client's code, below 1 when none was chosen.
+std::int32_t MostraClienti(int sinistra, int alto);
 
 } // namespace sorvane

@@ -1,0 +1,402 @@
+#include "distinte/InsDist.h"
+
+#include "distinte/CampiInsDist.h"
+#include "distinte/ModelloBkDistinte.h"
+#include "distinte/Movimento.h"
+#include "frame/core/Messaggi.h"
+#include "frame/core/Sessione.h"
+#include "frame/core/Valore.h"
+#include "frame/ui/Fine.h"
+#include "frame/ui/Finestra.h"
+#include "lookup/SceltaCliente.h"
+#include "store/Connessione.h"
+#include "store/Griglie.h"
+#include "store/Tabelle.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPalette>
+#include <QPushButton>
+#include <QSqlQuery>
+#include <QTableView>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace sorvane {
+
+namespace {
+
+const QString ChiaveGriglia = QStringLiteral("TDBGrid1");
+const QString ErroreTemporaneo =
+    QStringLiteral("ERRORE IN APERTURA ARCHIVIO TEMPORANEO 'BKDISTINTE'");
+
+// Characters a field holds, and the width it is drawn for.
+struct FormaCampo
+{
+    int lunghezza;
+    int caratteri;
+};
+
+FormaCampo Forma(int indice)
+{
+    switch (indice) {
+    case CampoGiorno:
+    case CampoMese: return {2, 3};
+    case CampoAnno: return {4, 5};
+    case CampoCodiceCliente: return {8, 6};
+    case CampoNomeCliente: return {35, 34};
+    case CampoCausale: return {3, 5};
+    case CampoMoneta: return {3, 5};
+    case CampoImporto: return {0, 13};
+    case CampoSpese: return {0, 9};
+    case CampoAssegno: return {15, 11};
+    default: return {14, 8}; // product slices: the mark takes the fifteenth
+    }
+}
+
+QLabel *Etichetta(const QString &testo, QWidget *padre)
+{
+    auto *l = new QLabel(testo, padre);
+    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return l;
+}
+
+} // namespace
+
+QString CampiInsDist::testo(int indice) const
+{
+    QLineEdit *campo = m_txt.value(indice);
+    return campo ? campo->text() : QString();
+}
+
+void CampiInsDist::imposta(int indice, const QString &testo)
+{
+    if (QLineEdit *campo = m_txt.value(indice))
+        campo->setText(testo);
+}
+
+PosizioneCampo CampiInsDist::posizione(int indice) const
+{
+    PosizioneCampo p;
+    QLineEdit *campo = m_txt.value(indice);
+    if (!campo)
+        return p;
+    const QWidget *cornice = m_schermo->parentWidget() ? m_schermo->parentWidget()
+                                                       : m_schermo->window();
+    p.sinistraSchermo = InTwips(cornice->x());
+    p.altoSchermo = InTwips(cornice->y());
+    p.altoCampo = InTwips(campo->mapTo(m_schermo, QPoint(0, 0)).y());
+    p.altezzaCampo = InTwips(campo->height());
+    return p;
+}
+
+InsDist::InsDist(QWidget *padre) : QWidget(padre)
+{
+    setObjectName(QStringLiteral("InsDist"));
+    setWindowTitle(QStringLiteral("INSERIMENTO MOVIMENTI NELLA DISTINTA DOCUMENTI"));
+    costruisci();
+    // The design size: the whole grid in view on a common screen.
+    resize(1200, 700);
+    carica();
+}
+
+InsDist::~InsDist()
+{
+    m_bk.Close();
+    delete m_controllo;
+    delete m_campi;
+}
+
+void InsDist::costruisci()
+{
+    auto *colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(10, 10, 10, 10);
+    colonna->setSpacing(8);
+    colonna->addWidget(costruisciCampi());
+    colonna->addWidget(costruisciPulsanti());
+    costruisciGriglia();
+    colonna->addWidget(m_grid, 1);
+
+    installaSchermo();
+
+    m_campi = new CampiInsDist(m_txt, this);
+    m_controllo = new ControlloCampi(*m_campi);
+    m_controllo->ricerca.CercaNomi = [](const QString &nome) { return int(CercaClienti(nome)); };
+    m_controllo->ricerca.MostraLista = [](int sinistra, int alto) {
+        return MostraClienti(sinistra, alto);
+    };
+
+    // The tab order is the order of moving: the firm after the date, the
+    // bank after the cheque.
+    QList<QWidget *> ordine;
+    for (int i = 1; i <= CampoSpese; ++i) {
+        ordine.append(m_txt[i]);
+        if (i == CampoAnno)
+            ordine.append(m_cmbSoc);
+        if (i == CampoAssegno)
+            ordine.append(m_cmbBanca);
+    }
+    for (int i = 1; i < ordine.size(); ++i)
+        setTabOrder(ordine[i - 1], ordine[i]);
+}
+
+QWidget *InsDist::costruisciCampi()
+{
+    auto *riquadro = new QWidget(this);
+    auto *g = new QGridLayout(riquadro);
+    g->setContentsMargins(0, 0, 0, 0);
+    g->setHorizontalSpacing(6);
+    g->setVerticalSpacing(6);
+    m_txt.append(nullptr);
+    const int m = fontMetrics().horizontalAdvance(QLatin1Char('M'));
+    for (int i = 1; i <= CampoSpese; ++i) {
+        auto *campo = new QLineEdit(riquadro);
+        campo->setObjectName(QStringLiteral("txt%1").arg(i));
+        const FormaCampo f = Forma(i);
+        if (f.lunghezza > 0)
+            campo->setMaxLength(f.lunghezza);
+        campo->setFixedWidth(f.caratteri * m + 8);
+        if (i <= CampoAnno || i == CampoCodiceCliente || i == CampoImporto || i == CampoSpese)
+            campo->setAlignment(Qt::AlignRight);
+        campo->installEventFilter(this);
+        m_txt.append(campo);
+    }
+    auto riga = [&](std::initializer_list<QWidget *> w) {
+        auto *r = new QHBoxLayout;
+        r->setSpacing(6);
+        for (QWidget *x : w)
+            r->addWidget(x);
+        r->addStretch(1);
+        return r;
+    };
+
+    m_cmdData = new QPushButton(QStringLiteral("..."), riquadro);
+    m_cmdData->setToolTip(QStringLiteral("Calendario"));
+    m_cmdData->setFixedWidth(3 * m);
+    m_cmdData->setFocusPolicy(Qt::NoFocus);
+    m_cmbSoc = new QComboBox(riquadro);
+    m_cmbSoc->setMinimumWidth(22 * m);
+    m_cmbBanca = new QComboBox(riquadro);
+    m_cmbBanca->setMinimumWidth(10 * m);
+    m_cauDes = new QLabel(riquadro);
+    m_cauDes->setMinimumWidth(24 * m);
+
+    int r = 0;
+    g->addWidget(Etichetta(QStringLiteral("Data"), riquadro), r, 0);
+    g->addLayout(riga({m_txt[1], m_txt[2], m_txt[3], m_cmdData}), r, 1);
+    g->addWidget(Etichetta(QStringLiteral("Ditta"), riquadro), r, 2);
+    g->addLayout(riga({m_cmbSoc}), r, 3);
+    ++r;
+    g->addWidget(Etichetta(QStringLiteral("Cliente"), riquadro), r, 0);
+    g->addLayout(riga({m_txt[4], m_txt[5]}), r, 1, 1, 3);
+    ++r;
+    g->addWidget(Etichetta(QStringLiteral("Causale"), riquadro), r, 0);
+    g->addLayout(riga({m_txt[6], m_cauDes}), r, 1, 1, 3);
+    ++r;
+    g->addWidget(Etichetta(QStringLiteral("Prodotti"), riquadro), r, 0);
+    g->addLayout(riga({m_txt[7], m_txt[8], m_txt[9], m_txt[10], m_txt[11]}), r, 1, 1, 3);
+    ++r;
+    g->addWidget(Etichetta(QStringLiteral("Giro"), riquadro), r, 0);
+    g->addLayout(riga({m_txt[12], m_txt[13], m_txt[14], m_txt[15], m_txt[16]}), r, 1, 1, 3);
+    ++r;
+    g->addWidget(Etichetta(QStringLiteral("Importo"), riquadro), r, 0);
+    auto *importi = riga({m_txt[17], m_txt[18]});
+    importi->insertSpacing(importi->count() - 1, m);
+    for (auto [testo, w] : {std::pair{QStringLiteral("Ass."), static_cast<QWidget *>(m_txt[19])},
+                            std::pair{QStringLiteral("Banca"), static_cast<QWidget *>(m_cmbBanca)},
+                            std::pair{QStringLiteral("Spese UT"),
+                                      static_cast<QWidget *>(m_txt[20])}}) {
+        importi->insertWidget(importi->count() - 1, Etichetta(testo, riquadro));
+        importi->insertWidget(importi->count() - 1, w);
+        importi->insertSpacing(importi->count() - 1, m);
+    }
+    g->addLayout(importi, r, 1, 1, 3);
+    g->setColumnStretch(3, 1);
+    connect(m_cmdData, &QPushButton::clicked, this, &InsDist::ScegliData);
+    return riquadro;
+}
+
+QWidget *InsDist::costruisciPulsanti()
+{
+    auto *riquadro = new QWidget(this);
+    auto *r = new QHBoxLayout(riquadro);
+    r->setContentsMargins(0, 4, 0, 4);
+    r->setSpacing(8);
+    const QStringList titoli = {QStringLiteral("&USCITA"), QStringLiteral("&AGGIUNGI"),
+                                QStringLiteral("&SALVA DIST."), QStringLiteral("&CANCELLA")};
+    for (int i = 0; i < titoli.size(); ++i) {
+        auto *b = new QPushButton(titoli[i], riquadro);
+        b->setObjectName(QStringLiteral("Command1_%1").arg(i));
+        b->setMinimumWidth(120);
+        b->setAutoDefault(false);
+        m_command1.append(b);
+    }
+    m_cmdExcel = new QPushButton(QStringLiteral("&EXCEL"), riquadro);
+    m_cmdExcel->setObjectName(QStringLiteral("cmdExcel"));
+    m_cmdExcel->setMinimumWidth(120);
+    m_cmdExcel->setAutoDefault(false);
+    r->addWidget(m_command1[1]);
+    r->addWidget(m_command1[3]);
+    r->addWidget(m_command1[2]);
+    r->addWidget(m_cmdExcel);
+    r->addStretch(1);
+    r->addWidget(m_command1[0]);
+    // A hidden button keeps its place, so that the row does not jump.
+    for (QPushButton *b : std::as_const(m_command1)) {
+        QSizePolicy p = b->sizePolicy();
+        p.setRetainSizeWhenHidden(true);
+        b->setSizePolicy(p);
+    }
+    QSizePolicy p = m_cmdExcel->sizePolicy();
+    p.setRetainSizeWhenHidden(true);
+    m_cmdExcel->setSizePolicy(p);
+
+    connect(m_command1[0], &QPushButton::clicked, this, &QWidget::close);
+    connect(m_command1[1], &QPushButton::clicked, this, &InsDist::Aggiungi);
+    connect(m_command1[2], &QPushButton::clicked, this, &InsDist::SalvaDist);
+    connect(m_command1[3], &QPushButton::clicked, this, &InsDist::Cancella);
+    connect(m_cmdExcel, &QPushButton::clicked, this, &InsDist::Esporta);
+    return riquadro;
+}
+
+void InsDist::costruisciGriglia()
+{
+    m_grid = new QTableView(this);
+    m_grid->setObjectName(ChiaveGriglia);
+    m_data1 = new ModelloBkDistinte(this);
+    m_grid->setModel(m_data1);
+    m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_grid->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_grid->setAlternatingRowColors(false);
+    QPalette tavolozza = m_grid->palette();
+    tavolozza.setColor(QPalette::Base, Qt::white);
+    tavolozza.setColor(QPalette::Text, Qt::black);
+    tavolozza.setColor(QPalette::Highlight, QColor(0xDC, 0xE8, 0xF5));
+    tavolozza.setColor(QPalette::HighlightedText, Qt::black);
+    m_grid->setPalette(tavolozza);
+    m_grid->setItemDelegate(new DelegatoBkDistinte(m_grid));
+    m_grid->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    m_grid->verticalHeader()->setVisible(false);
+    m_grid->horizontalHeader()->setHighlightSections(false);
+    m_grid->horizontalHeader()->setStretchLastSection(true);
+    // A heading press sorts (see eventFilter); it selects no column.
+    m_grid->horizontalHeader()->setSectionsClickable(false);
+    m_grid->horizontalHeader()->viewport()->installEventFilter(this);
+    connect(m_grid, &QTableView::doubleClicked, this,
+            [this](const QModelIndex &i) { ApriMovimento(i.row()); });
+}
+
+void InsDist::carica()
+{
+    Sessione &s = sessione();
+    s.CodiceStop = 0;
+    ApriDistinte();
+    if (s.CodiceStop == 0)
+        ApriDistinte04();
+    if (s.CodiceStop == 0 && !apriTemporaneo())
+        s.CodiceStop = 9;
+    const std::int16_t fermo = s.CodiceStop;
+
+    caricaCombo();
+
+    PulisciMaschera();
+    for (int i = 1; i <= 3; ++i)
+        m_command1[i]->hide();
+    m_cmdExcel->hide();
+    if (fermo == 0) {
+        QString errore;
+        if (!m_data1->Carica(QueryGrigliaBk(), &errore))
+            Messaggio(ErroreTemporaneo + QLatin1Char('\n') + errore, QString(), Icona::Stop);
+        // Design widths, in characters, before the remembered ones.
+        const int m = fontMetrics().horizontalAdvance(QLatin1Char('0'));
+        const int larghezze[ColonneBk] = {6, 2, 10, 12, 16, 6, 6, 6, 6, 6, 13, 4, 12, 9, 7, 8};
+        for (int c = 0; c < ColonneBk; ++c)
+            m_grid->setColumnWidth(c, larghezze[c] * m + 8);
+        CaricaLayoutGriglia(m_grid, ChiaveGriglia, 0);
+        mostraSalvataggio();
+    }
+    s.CodiceStop = fermo;
+}
+
+void InsDist::caricaCombo()
+{
+    auto riempi = [](QComboBox *combo, const QString &sql, const QString &campo) {
+        combo->clear();
+        combo->addItem(QStringLiteral(" "));
+        QSqlQuery q(DbDati());
+        if (!q.exec(sql))
+            return;
+        while (q.next())
+            combo->addItem(q.value(campo).toString().trimmed());
+    };
+    riempi(m_cmbSoc, QStringLiteral("SELECT * FROM Societa ORDER BY SocNome"),
+           QStringLiteral("SocNome"));
+    riempi(m_cmbBanca, QStringLiteral("SELECT * FROM DistBanche ORDER BY CodBanca"),
+           QStringLiteral("CodBanca"));
+}
+
+bool InsDist::apriTemporaneo()
+{
+    return ApriConRiprova(m_bk, QStringLiteral("BkDistinte"), ErroreTemporaneo, true);
+}
+
+void InsDist::showEvent(QShowEvent *evento)
+{
+    QWidget::showEvent(evento);
+    if (m_attivato)
+        return;
+    m_attivato = true;
+    // The window state once the screen stands in its frame.
+    RipristinaFinestra(this);
+    // A load that failed does not leave the screen on view.
+    if (!m_bk.IsOpen()) {
+        QTimer::singleShot(0, this, &QWidget::close);
+        return;
+    }
+    QTimer::singleShot(0, this, [this] { vaiA(CampoCodiceCliente); });
+}
+
+void InsDist::closeEvent(QCloseEvent *evento)
+{
+    tabelle().RsDistinte.Close();
+    tabelle().RsDistinte04.Close();
+    m_bk.Close();
+    if (m_grid->model()->columnCount() > 0)
+        SalvaLayoutGriglia(m_grid, ChiaveGriglia, 0);
+    SalvaFinestra(this);
+    evento->accept();
+    if (!sessione().ModoProva)
+        FineProgramma();
+}
+
+void InsDist::PulisciMaschera()
+{
+    sessione().CodiceStop = 0;
+    for (int i = FetteProdotto - 1; i <= CampoSpese; ++i)
+        m_txt[i]->setText(QStringLiteral(" "));
+    const QString oggi = sessione().OggiTesto;
+    m_txt[CampoGiorno]->setText(oggi.mid(0, 2));
+    m_txt[CampoMese]->setText(oggi.mid(3, 2));
+    m_txt[CampoAnno]->setText(oggi.right(4));
+    m_cauDes->clear();
+    m_command1[3]->setText(QStringLiteral("&CANCELLA"));
+    m_command1[1]->setText(QStringLiteral("&AGGIUNGI"));
+    m_cmbBanca->setCurrentIndex(0);
+    m_cmbSoc->setCurrentIndex(-1);
+    m_controllo->ClienteCorrente = 0;
+}
+
+void InsDist::mostraSalvataggio()
+{
+    const bool righe = m_data1->rowCount() > 0 && m_codiceMovimento == 0;
+    m_command1[2]->setVisible(righe);
+    m_cmdExcel->setVisible(righe);
+}
+
+} // namespace sorvane

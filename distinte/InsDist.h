@@ -1,0 +1,108 @@
+#pragma once
+
+// InsDist, the entry of a new slip: the user types movements, which collect
+// in the working table `BkDistinte` (where they survive an exit or a
+// crash), changes or deletes them from the grid, and moves them all to the
+// ledgers with "&SALVA DIST.", which closes the screen.
+
+#include "store/Recordset.h"
+
+#include <QList>
+#include <QWidget>
+#include <cstdint>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTableView;
+
+namespace sorvane {
+
+class CampiInsDist;
+class ModelloBkDistinte;
+class Schermo;
+struct ControlloCampi;
+
+class InsDist : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit InsDist(QWidget *padre = nullptr);
+    ~InsDist() override;
+
+    // Command1 by index: 0 exit, 1 add/change, 2 save, 3 delete.
+    QPushButton *Command1(int indice) const { return m_command1.value(indice); }
+    QPushButton *cmdExcel() const { return m_cmdExcel; }
+    QPushButton *cmdData() const { return m_cmdData; }
+    QLineEdit *txt(int indice) const { return m_txt.value(indice); }
+    QComboBox *cmbSoc() const { return m_cmbSoc; }
+    QComboBox *cmbBanca() const { return m_cmbBanca; }
+    QLabel *CauDes() const { return m_cauDes; }
+    QTableView *TDBGrid1() const { return m_grid; }
+    ModelloBkDistinte *Data1() const { return m_data1; }
+    std::int32_t CodiceMovimento() const { return m_codiceMovimento; }
+
+    // The button routines, as the buttons run them.
+    void Aggiungi();     // Command1(1)
+    void SalvaDist();    // Command1(2)
+    void Cancella();     // Command1(3)
+    void Esporta();      // cmdExcel
+    void ScegliData();   // cmdData
+    // The grid's double click on a row: that movement comes up for a change.
+    void ApriMovimento(int riga);
+    // A heading pressed with the left (ascending) or another button.
+    void OrdinaColonna(int colonna, bool discendente);
+
+protected:
+    void closeEvent(QCloseEvent *evento) override;
+    void showEvent(QShowEvent *evento) override;
+    bool eventFilter(QObject *oggetto, QEvent *evento) override;
+
+private:
+    void costruisci();
+    void installaSchermo();
+    QWidget *costruisciCampi();
+    QWidget *costruisciPulsanti();
+    void costruisciGriglia();
+    void carica();
+    void caricaCombo();
+    bool apriTemporaneo();
+
+    void PulisciMaschera();
+    void pulisciMovimento();
+    void mostraSalvataggio();
+
+    void fuocoEntrato(int indice);
+    void fuocoUscito(int indice);
+    bool tastoGiu(int codice, int maschera);
+    void vaiA(int indice);
+    int campoSotto(int indice) const;
+    int campoSopra(int indice) const;
+    int indiceDi(QObject *oggetto) const;
+    void ApriRicercaCampo();
+
+    QList<QLineEdit *> m_txt; // txt(1) to txt(20); [0] unused
+    QList<QPushButton *> m_command1;
+    QPushButton *m_cmdExcel = nullptr;
+    QPushButton *m_cmdData = nullptr;
+    QComboBox *m_cmbSoc = nullptr;
+    QComboBox *m_cmbBanca = nullptr;
+    QLabel *m_cauDes = nullptr;
+    QTableView *m_grid = nullptr;
+    ModelloBkDistinte *m_data1 = nullptr;
+    Schermo *m_schermo = nullptr;
+
+    CampiInsDist *m_campi = nullptr;
+    ControlloCampi *m_controllo = nullptr;
+    Recordset m_bk; // BkDistinte on "primaria"
+
+    std::int32_t m_codiceMovimento = 0;
+    int m_campoAttivo = 0;
+    bool m_apriRicerca = false; // a lookup or a button routine is running
+    bool m_errore = false;      // a field's message is being shown
+    bool m_attivato = false;
+};
+
+} // namespace sorvane

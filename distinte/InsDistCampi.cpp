@@ -1,0 +1,187 @@
+// The fields of the entry screen: focus in and out, the checks as a field
+// is left, the keys that move between fields.
+
+#include "distinte/InsDist.h"
+
+#include "distinte/CampiInsDist.h"
+#include "distinte/Movimento.h"
+#include "frame/core/Campi.h"
+#include "frame/core/Impostazioni.h"
+#include "frame/core/Sessione.h"
+#include "frame/core/Valore.h"
+
+#include <QComboBox>
+#include <QFocusEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QTableView>
+#include <QTimer>
+
+namespace sorvane {
+
+namespace {
+
+constexpr int UltimoProdotto = CampoPrimoGiro - 1; // 11
+
+bool Vuoto(const QLineEdit *campo) { return campo->text().trimmed().isEmpty(); }
+
+} // namespace
+
+int InsDist::indiceDi(QObject *oggetto) const
+{
+    for (int i = 1; i < m_txt.size(); ++i) {
+        if (m_txt[i] == oggetto)
+            return i;
+    }
+    return 0;
+}
+
+bool InsDist::eventFilter(QObject *oggetto, QEvent *evento)
+{
+    if (oggetto == m_grid->horizontalHeader()->viewport()
+        && evento->type() == QEvent::MouseButtonPress) {
+        const auto *mouse = static_cast<QMouseEvent *>(evento);
+        const QPoint punto = mouse->position().toPoint();
+        const int colonna = m_grid->horizontalHeader()->logicalIndexAt(punto);
+        OrdinaColonna(colonna, mouse->button() != Qt::LeftButton);
+        return false;
+    }
+    const int indice = indiceDi(oggetto);
+    if (indice == 0)
+        return QWidget::eventFilter(oggetto, evento);
+    switch (evento->type()) {
+    case QEvent::FocusIn:
+        fuocoEntrato(indice);
+        break;
+    case QEvent::FocusOut: {
+        // A message box or a popup taking the focus is not a field left.
+        const Qt::FocusReason perche = static_cast<QFocusEvent *>(evento)->reason();
+        if (perche != Qt::ActiveWindowFocusReason && perche != Qt::PopupFocusReason)
+            fuocoUscito(indice);
+        break;
+    }
+    case QEvent::KeyPress: {
+        const auto *tasto = static_cast<QKeyEvent *>(evento);
+        switch (tasto->key()) {
+        case Qt::Key_Down:
+            m_controllo->UltimoTasto = TastoGiu;
+            vaiA(campoSotto(indice));
+            return true;
+        case Qt::Key_Up:
+            m_controllo->UltimoTasto = 38;
+            vaiA(campoSopra(indice));
+            return true;
+        case Qt::Key_Home:
+            m_controllo->UltimoTasto = 36;
+            vaiA(CampoGiorno);
+            return true;
+        default:
+            m_controllo->UltimoTasto = tasto->key() < 0x80 ? tasto->key() : 0;
+            break;
+        }
+        break;
+    }
+    default:
+        break;
+    }
+    return QWidget::eventFilter(oggetto, evento);
+}
+
+bool InsDist::tastoGiu(int codice, int)
+{
+    if (codice == 115) { // F4
+        ApriRicercaCampo();
+        return true;
+    }
+    if (codice == 13 && indiceDi(focusWidget()) == CampoAssegno) {
+        m_cmbBanca->setFocus(Qt::TabFocusReason);
+        return true;
+    }
+    return false;
+}
+
+void InsDist::ApriRicercaCampo()
+{
+    // The client, reason, product and currency lookups open here once they
+    // are part of the program; until then F4 does nothing.
+}
+
+void InsDist::fuocoEntrato(int indice)
+{
+    m_apriRicerca = false;
+    m_campoAttivo = indice;
+    sessione().CodiceStop = 0;
+    if (indice == CampoMoneta && Vuoto(m_txt[indice]))
+        m_txt[indice]->setText(impostazioni().CodBase);
+}
+
+void InsDist::fuocoUscito(int indice)
+{
+    if (m_errore || m_apriRicerca)
+        return;
+    const int codice = m_controllo->ControllaCampo(indice);
+    if (codice > 0) {
+        // The message box takes the focus: what it gives back is no field left.
+        m_errore = true;
+        const int campo = MostraErroreCampo();
+        m_errore = false;
+        if (campo > 0)
+            QTimer::singleShot(0, this, [this, campo] { vaiA(campo); });
+        return;
+    }
+    if (indice == CampoCausale)
+        m_cauDes->setText(m_controllo->CauDes.value_or(QString()));
+    if (m_controllo->CampoFuoco > 0) {
+        const int campo = m_controllo->CampoFuoco;
+        QTimer::singleShot(0, this, [this, campo] { vaiA(campo); });
+    }
+    m_command1[1]->setVisible(AggiungiVisibile(*m_campi));
+    if (indice == CampoImporto || indice == CampoSpese) {
+        const QString moneta = m_txt[CampoMoneta]->text().trimmed();
+        const double valore = CDbl(m_txt[indice]->text().trimmed());
+        m_txt[indice]->setText(FormatoImporto(moneta, valore, indice == CampoSpese));
+    }
+}
+
+void InsDist::vaiA(int indice)
+{
+    if (QLineEdit *campo = m_txt.value(indice))
+        campo->setFocus(Qt::OtherFocusReason);
+}
+
+// The next field that can take the focus. A blank slice left downwards
+// skips the rest of its group when the group is blank from there on.
+int InsDist::campoSotto(int indice) const
+{
+    auto vuotiFinoA = [this, indice](int ultimo) {
+        for (int i = indice; i <= ultimo; ++i) {
+            if (!Vuoto(m_txt[i]))
+                return false;
+        }
+        return true;
+    };
+    if (indice >= CampoPrimoProdotto && indice <= UltimoProdotto && vuotiFinoA(UltimoProdotto))
+        return CampoPrimoGiro;
+    if (indice >= CampoPrimoGiro && indice <= CampoUltimoGiro && vuotiFinoA(CampoUltimoGiro))
+        return CampoMoneta;
+    for (int i = indice + 1; i <= CampoSpese; ++i) {
+        if (m_txt[i]->isEnabled() && m_txt[i]->isVisibleTo(this))
+            return i;
+    }
+    return indice;
+}
+
+int InsDist::campoSopra(int indice) const
+{
+    for (int i = indice - 1; i >= CampoGiorno; --i) {
+        if (m_txt[i]->isEnabled() && m_txt[i]->isVisibleTo(this))
+            return i;
+    }
+    return indice;
+}
+
+} // namespace sorvane
