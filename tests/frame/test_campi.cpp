@@ -56,18 +56,14 @@ TEST(TastiCampo, SoloCifrePassaCifreECopiaIncolla)
     ProvaTasti(SoloCifre, {{'-', 0}, {'.', 0}, {',', 0}});
 }
 
-TEST(TastiCampo, SoloImportoConVirgolaDecimale)
+TEST(TastiCampo, SoloImportoColSeparatoreDelLocale)
 {
-    LocaleFissato it(Italiano());
-    ProvaTasti(SoloImporto, TastiComuniNumerici());
-    ProvaTasti(SoloImporto, {{'.', ','}, {',', ','}, {'-', '-'}});
-}
-
-TEST(TastiCampo, SoloImportoConPuntoDecimale)
-{
-    LocaleFissato en(Inglese());
-    ProvaTasti(SoloImporto, TastiComuniNumerici());
-    ProvaTasti(SoloImporto, {{',', '.'}, {'.', '.'}, {'-', '-'}});
+    for (const QLocale &locale : {Italiano(), Inglese()}) {
+        LocaleFissato l(locale);
+        const int d = locale.decimalPoint().at(0).unicode();
+        ProvaTasti(SoloImporto, TastiComuniNumerici());
+        ProvaTasti(SoloImporto, {{'.', d}, {',', d}, {'-', '-'}});
+    }
 }
 
 TEST(TastiCampo, MaiuscoloSoloLettereSemplici)
@@ -82,16 +78,13 @@ TEST(TastiCampo, MaiuscoloSoloLettereSemplici)
 
 TEST(DataDaCampo, VuotiENonDateDannoEmpty)
 {
-    EXPECT_TRUE(IsEmpty(DataDaCampo(Null())));
-    EXPECT_TRUE(IsEmpty(DataDaCampo(Empty())));
-    EXPECT_TRUE(IsEmpty(DataDaCampo(QString())));
-    EXPECT_TRUE(IsEmpty(DataDaCampo(QStringLiteral("  "))));
-    EXPECT_TRUE(IsEmpty(DataDaCampo(QStringLiteral("12/3"))));   // one "/" only
-    EXPECT_TRUE(IsEmpty(DataDaCampo(QStringLiteral("abc"))));
-    EXPECT_TRUE(IsEmpty(DataDaCampo(QStringLiteral("30/02/2001")))); // no such day
-    EXPECT_TRUE(IsEmpty(DataDaCampo(QStringLiteral("12/3/"))));
-    // Without two "/" a date isn't looked for, and the text isn't a number.
-    EXPECT_TRUE(IsEmpty(DataDaCampo(QStringLiteral("31-12-2001"))));
+    // "12/3": one "/" only; "30/02/2001": no such day; without two "/" a date
+    // isn't looked for, and "31-12-2001" isn't a number either.
+    for (const QVariant &v : {Null(), Empty(), QVariant(QString()), QVariant("  "),
+                              QVariant("12/3"), QVariant("abc"), QVariant("30/02/2001"),
+                              QVariant("12/3/"), QVariant("31-12-2001")}) {
+        EXPECT_TRUE(IsEmpty(DataDaCampo(v))) << v.toString().toStdString();
+    }
 }
 
 TEST(DataDaCampo, NumeriEDate)
@@ -115,125 +108,111 @@ TEST(DataDaCampo, NumeriEDate)
     EXPECT_EQ(CDbl(testo), 12.5);
 }
 
-TEST(TestoDaCampo, ValoriVuotiDannoIlPredefinito)
-{
-    EXPECT_EQ(TestoDaCampo(Null()), " ");
-    EXPECT_EQ(TestoDaCampo(Empty()), " ");
-    EXPECT_EQ(TestoDaCampo(QString()), " ");
-    EXPECT_EQ(TestoDaCampo(Null(), QStringLiteral("N.D.")), "N.D.");
-    EXPECT_EQ(TestoDaCampo(QStringLiteral("   "), QStringLiteral("-")), "-");
-    EXPECT_EQ(TestoDaCampo(Null(), QStringLiteral("   ")), " ");
-    EXPECT_EQ(TestoDaCampo(QString(QChar(0)) + QStringLiteral("abc"), QStringLiteral("X")), "X");
-}
-
-TEST(TestoDaCampo, AltriValoriComeTesto)
+TEST(TestoDaCampo, VuotiDannoIlPredefinitoAltriComeTesto)
 {
     LocaleFissato it(Italiano());
-    EXPECT_EQ(TestoDaCampo(QStringLiteral("  Rossi  ")), "  Rossi  ");
     const QString nulInFondo = QStringLiteral("a") + QChar(0); // only a leading NUL counts
-    EXPECT_EQ(TestoDaCampo(nulInFondo), nulInFondo);
-    EXPECT_EQ(TestoDaCampo(12.5), "12,5");
-    EXPECT_EQ(TestoDaCampo(1234567), "1234567");
-    EXPECT_EQ(TestoDaCampo(0), "0");
-    EXPECT_EQ(TestoDaCampo(QDate(2001, 12, 31)), "31/12/2001");
+    const struct
+    {
+        QVariant valore;
+        QString predefinito, atteso;
+    } righe[] = {
+        {Null(), {}, " "}, {Empty(), {}, " "}, {QString(), {}, " "},
+        {Null(), "N.D.", "N.D."}, {"   ", "-", "-"}, {Null(), "   ", " "},
+        {QString(QChar(0)) + "abc", "X", "X"}, {"  Rossi  ", {}, "  Rossi  "},
+        {nulInFondo, {}, nulInFondo}, {12.5, {}, "12,5"}, {1234567, {}, "1234567"},
+        {0, {}, "0"}, {QDate(2001, 12, 31), {}, "31/12/2001"},
+    };
+    for (const auto &r : righe) {
+        SCOPED_TRACE(r.valore.toString().toStdString());
+        EXPECT_EQ(TestoDaCampo(r.valore, r.predefinito), r.atteso);
+    }
 }
 
-TEST(MaggioreDi, ConfrontaPerValore)
+TEST(MaggioreDi, ConfrontaPerValoreConTerzoEQuartoFacoltativi)
 {
-    EXPECT_EQ(MaggioreDi(3, 10).toInt(), 10);
-    EXPECT_EQ(MaggioreDi(2.5, -7).toDouble(), 2.5);
-    // Texts of numbers compare as numbers, not letter by letter.
-    EXPECT_EQ(MaggioreDi(QStringLiteral("9"), QStringLiteral("10")).toString(), "10");
-    EXPECT_EQ(MaggioreDi(10, QStringLiteral("9")).toInt(), 10);
-    EXPECT_EQ(MaggioreDi(QStringLiteral("01/12/2001"), QStringLiteral("31/01/2001")).toString(),
-              "01/12/2001");
-    EXPECT_EQ(MaggioreDi(QDate(2002, 1, 1), 37256.0).toDate(), QDate(2002, 1, 1));
-    EXPECT_EQ(MaggioreDi(QStringLiteral("abc"), QStringLiteral("abd")).toString(), "abd");
-    EXPECT_EQ(MaggioreDi(QStringLiteral("B"), 5).toString(), "B");
-}
-
-TEST(MaggioreDi, TerzoEQuartoFacoltativi)
-{
-    EXPECT_EQ(MaggioreDi(1, 2, 7, 3).toInt(), 7);
-    EXPECT_EQ(MaggioreDi(1, 2, 3, 9).toInt(), 9);
-    EXPECT_EQ(MaggioreDi(-1, -2, Empty(), -3).toInt(), -1);
-    EXPECT_EQ(MaggioreDi(Null(), -5).toInt(), -5);
+    const QString data = QStringLiteral("01/12/2001");
+    const struct
+    {
+        QVariant a, b, c, d, atteso;
+    } righe[] = {
+        {3, 10, {}, {}, 10}, {2.5, -7, {}, {}, 2.5},
+        // Texts of numbers compare as numbers, not letter by letter.
+        {"9", "10", {}, {}, "10"}, {10, "9", {}, {}, 10}, {data, "31/01/2001", {}, {}, data},
+        {QDate(2002, 1, 1), 37256.0, {}, {}, QDate(2002, 1, 1)}, {"abc", "abd", {}, {}, "abd"},
+        {"B", 5, {}, {}, "B"}, {1, 2, 7, 3, 7}, {1, 2, 3, 9, 9}, {-1, -2, Empty(), -3, -1},
+        {Null(), -5, {}, {}, -5},
+    };
+    for (const auto &r : righe) {
+        SCOPED_TRACE(r.atteso.toString().toStdString());
+        EXPECT_EQ(MaggioreDi(r.a, r.b, r.c, r.d), r.atteso);
+    }
     EXPECT_TRUE(IsEmpty(MaggioreDi(Null(), Empty())));
     // On a tie the first one stays.
     EXPECT_EQ(MaggioreDi(5, QStringLiteral("5")).typeId(), QMetaType::Int);
 }
 
-TEST(Allinea, AllineaTesto)
+TEST(Allinea, TestoCodiceVirgolettato)
 {
-    EXPECT_EQ(AllineaTesto(QStringLiteral("12"), 5), "   12");
-    EXPECT_EQ(AllineaTesto(QStringLiteral(" 12  "), 5), "   12");
-    EXPECT_EQ(AllineaTesto(QString(), 5), "");
-    EXPECT_EQ(AllineaTesto(QStringLiteral("   "), 5), "   ");
-    EXPECT_EQ(AllineaTesto(QStringLiteral(" abc "), 3), " abc ");
-    EXPECT_EQ(AllineaTesto(QStringLiteral("abcdef"), 3), "abcdef");
-}
-
-TEST(Allinea, AllineaCodice)
-{
-    EXPECT_EQ(AllineaCodice(QStringLiteral("12"), 5), "00012");
-    EXPECT_EQ(AllineaCodice(QStringLiteral(" 12 "), 5), "00012");
-    EXPECT_EQ(AllineaCodice(QStringLiteral("A12"), 5), "A12");
-    EXPECT_EQ(AllineaCodice(QString(), 5), "");
-    EXPECT_EQ(AllineaCodice(QStringLiteral("   "), 5), "");
-    EXPECT_EQ(AllineaCodice(QStringLiteral(" 12345 "), 5), "12345");
-    EXPECT_EQ(AllineaCodice(QStringLiteral("123456"), 5), "123456");
-    // Numbers that aren't plain digits are not codes to fill.
-    EXPECT_EQ(AllineaCodice(QStringLiteral("-3"), 5), "-3");
-    EXPECT_EQ(AllineaCodice(QStringLiteral("1,5"), 5), "1,5");
-    EXPECT_EQ(AllineaCodice(QStringLiteral("1.5"), 5), "1.5");
-}
-
-TEST(Allinea, Virgolettato)
-{
+    const struct
+    {
+        QString (*funzione)(const QString &, int);
+        const char *testo;
+        int lunghezza;
+        const char *atteso;
+    } righe[] = {
+        {AllineaTesto, "12", 5, "   12"}, {AllineaTesto, " 12  ", 5, "   12"},
+        {AllineaTesto, "", 5, ""}, {AllineaTesto, "   ", 5, "   "},
+        {AllineaTesto, " abc ", 3, " abc "}, {AllineaTesto, "abcdef", 3, "abcdef"},
+        {AllineaCodice, "12", 5, "00012"}, {AllineaCodice, " 12 ", 5, "00012"},
+        {AllineaCodice, "A12", 5, "A12"}, {AllineaCodice, "", 5, ""},
+        {AllineaCodice, "   ", 5, ""}, {AllineaCodice, " 12345 ", 5, "12345"},
+        {AllineaCodice, "123456", 5, "123456"},
+        // Numbers that aren't plain digits are not codes to fill.
+        {AllineaCodice, "-3", 5, "-3"}, {AllineaCodice, "1,5", 5, "1,5"},
+        {AllineaCodice, "1.5", 5, "1.5"},
+    };
+    for (const auto &r : righe) {
+        SCOPED_TRACE(r.testo);
+        EXPECT_EQ(r.funzione(QString::fromUtf8(r.testo), r.lunghezza), r.atteso);
+    }
     EXPECT_EQ(Virgolettato(QStringLiteral("C:/Programmi/calc.exe")), "\"C:/Programmi/calc.exe\"");
     EXPECT_EQ(Virgolettato(QStringLiteral(" a b ")), "\" a b \"");
     EXPECT_EQ(Virgolettato(QString()), "");
     EXPECT_EQ(Virgolettato(QStringLiteral("  ")), "  ");
 }
 
-TEST(FormatoImporto, ConVirgolaDecimale)
+TEST(FormatoImporto, NeiDueLocaliConIlCodiceLire)
 {
-    LocaleFissato it(Italiano());
-    EXPECT_EQ(FormatoImporto(QStringLiteral("EUR"), 0), "0");
-    EXPECT_EQ(FormatoImporto(QStringLiteral("EUR"), 0, true), "");
-    EXPECT_EQ(FormatoImporto(QStringLiteral("EUR"), 12.5), "12,5");
-    EXPECT_EQ(FormatoImporto(QStringLiteral("EUR"), 1234.56), "1.234,56");
-    EXPECT_EQ(FormatoImporto(QStringLiteral("EUR"), 1234), "1.234");
-    EXPECT_EQ(FormatoImporto(QStringLiteral("EUR"), -12.5), "-12,5");
-    EXPECT_EQ(FormatoImporto(QStringLiteral("EUR"), 0.001), "0");
-    EXPECT_EQ(FormatoImporto(Lire(), 1234567), "1.234.567");
-    EXPECT_EQ(FormatoImporto(Lire(), 1234567.6), "1.234.568");
-    EXPECT_EQ(FormatoImporto(Lire(), 0), "0");
-    EXPECT_EQ(FormatoImporto(Lire(), 0, true), "");
-}
-
-TEST(FormatoImporto, ConPuntoDecimale)
-{
-    LocaleFissato en(Inglese());
-    EXPECT_EQ(FormatoImporto(Lire(), 1234567), "1,234,567");
-    EXPECT_EQ(FormatoImporto(QStringLiteral("EUR"), 1234.5), "1,234.5");
-    EXPECT_EQ(FormatoImporto(QStringLiteral("EUR"), 1234), "1,234");
-    EXPECT_EQ(FormatoImporto(QStringLiteral("EUR"), 0), "0");
-}
-
-TEST(FormatoImporto, IlCodiceLireSiRiconosceSenzaSpaziNeMaiuscole)
-{
-    LocaleFissato it(Italiano());
-    const QString scritto = QLatin1Char(' ') + Lire().toLower() + QLatin1Char(' ');
-    EXPECT_EQ(FormatoImporto(scritto, 1234.5), "1.235");
+    const QString lire = Lire();
+    // The lira code is known without blanks or capitals.
+    const QString scritto = QLatin1Char(' ') + lire.toLower() + QLatin1Char(' ');
+    const struct
+    {
+        bool virgola;
+        QString codice;
+        double importo;
+        bool vuotoSeZero;
+        const char *atteso;
+    } righe[] = {
+        {true, "EUR", 0, false, "0"}, {true, "EUR", 0, true, ""},
+        {true, "EUR", 12.5, false, "12,5"}, {true, "EUR", 1234.56, false, "1.234,56"},
+        {true, "EUR", 1234, false, "1.234"}, {true, "EUR", -12.5, false, "-12,5"},
+        {true, "EUR", 0.001, false, "0"}, {true, lire, 1234567, false, "1.234.567"},
+        {true, lire, 1234567.6, false, "1.234.568"}, {true, lire, 0, false, "0"},
+        {true, lire, 0, true, ""}, {true, scritto, 1234.5, false, "1.235"},
+        {false, lire, 1234567, false, "1,234,567"}, {false, "EUR", 1234.5, false, "1,234.5"},
+        {false, "EUR", 1234, false, "1,234"}, {false, "EUR", 0, false, "0"},
+    };
+    for (const auto &r : righe) {
+        SCOPED_TRACE(testing::Message() << r.codice.toStdString() << " " << r.importo);
+        LocaleFissato l(r.virgola ? Italiano() : Inglese());
+        EXPECT_EQ(FormatoImporto(r.codice, r.importo, r.vuotoSeZero), r.atteso);
+    }
 }
 
 TEST(TestiData, DueEQuattroCifre)
 {
-    EXPECT_EQ(GiornoTesto(5), "05");
-    EXPECT_EQ(GiornoTesto(31), "31");
-    EXPECT_EQ(MeseTesto(1), "01");
-    EXPECT_EQ(MeseTesto(12), "12");
-    EXPECT_EQ(AnnoTesto(2001), "2001");
-    EXPECT_EQ(AnnoTesto(95), "0095");
+    EXPECT_EQ(GiornoTesto(5) + GiornoTesto(31) + MeseTesto(1) + MeseTesto(12), "05310112");
+    EXPECT_EQ(AnnoTesto(2001) + AnnoTesto(95), "20010095");
 }

@@ -50,10 +50,8 @@ TEST(Giorni, FractionIsTheTimeOfDay)
     EXPECT_EQ(DataDaGiorno(-0.5), QDate(1899, 12, 30));
     EXPECT_EQ(GiornoDaDataOra(QDateTime(QDate(2001, 12, 31), QTime(18, 0))), 37256.75);
     EXPECT_EQ(GiornoDaDataOra(QDateTime(QDate(1899, 12, 29), QTime(6, 0))), -1.25);
-    EXPECT_FALSE(DataDaGiorno(GiornoMassimo + 1).isValid());
-    EXPECT_FALSE(DataDaGiorno(GiornoMinimo - 1).isValid());
-    EXPECT_FALSE(DataDaGiorno(std::nan("")).isValid());
-    EXPECT_FALSE(DataDaGiorno(1e300).isValid());
+    for (const double fuori : {GiornoMassimo + 1.0, GiornoMinimo - 1.0, std::nan(""), 1e300})
+        EXPECT_FALSE(DataDaGiorno(fuori).isValid()) << fuori;
 }
 
 // Written by Format and read back by LeggiData, every day of the classic
@@ -76,52 +74,27 @@ TEST(Giorni, DateTexts)
         const char *testo;
         QDate data; // invalid: not a date
     } righe[] = {
-        {"31/12/2001", QDate(2001, 12, 31)},
-        {"1/2/2003", QDate(2003, 2, 1)},
-        {"01-02-2003", QDate(2003, 2, 1)},
-        {"01.02.2003", QDate(2003, 2, 1)},
-        {"  31/12/2001 ", QDate(2001, 12, 31)},
-        {"\t1/1/02\n", QDate(2002, 1, 1)},
+        {"31/12/2001", QDate(2001, 12, 31)}, {"1/2/2003", QDate(2003, 2, 1)},
+        {"01-02-2003", QDate(2003, 2, 1)}, {"01.02.2003", QDate(2003, 2, 1)},
+        {"  31/12/2001 ", QDate(2001, 12, 31)}, {"\t1/1/02\n", QDate(2002, 1, 1)},
         // Two-digit years: 00-29 this century, 30-99 the last.
-        {"01/01/00", QDate(2000, 1, 1)},
-        {"31/12/29", QDate(2029, 12, 31)},
-        {"01/01/30", QDate(1930, 1, 1)},
-        {"1/1/99", QDate(1999, 1, 1)},
+        {"01/01/00", QDate(2000, 1, 1)}, {"31/12/29", QDate(2029, 12, 31)},
+        {"01/01/30", QDate(1930, 1, 1)}, {"1/1/99", QDate(1999, 1, 1)},
         // Leap days: every fourth year, centuries only every fourth.
-        {"29/02/2004", QDate(2004, 2, 29)},
-        {"29/02/2000", QDate(2000, 2, 29)},
-        {"29/02/00", QDate(2000, 2, 29)},
-        {"29/02/1900", QDate()},
-        {"29/02/2100", QDate()},
-        {"29/02/2001", QDate()},
-        {"31/04/2001", QDate()},
-        {"32/01/2001", QDate()},
-        {"00/01/2001", QDate()},
-        {"01/00/2001", QDate()},
-        {"01/13/2001", QDate()},
+        {"29/02/2004", QDate(2004, 2, 29)}, {"29/02/2000", QDate(2000, 2, 29)},
+        {"29/02/00", QDate(2000, 2, 29)}, {"29/02/1900", QDate()}, {"29/02/2100", QDate()},
+        {"29/02/2001", QDate()}, {"31/04/2001", QDate()}, {"32/01/2001", QDate()},
+        {"00/01/2001", QDate()}, {"01/00/2001", QDate()}, {"01/13/2001", QDate()},
         {"12/31/2001", QDate()}, // no day/month swapping
         // Four-digit years from 0100 on; one and three digits are no year.
-        {"01/01/0100", QDate(100, 1, 1)},
-        {"31/12/9999", QDate(9999, 12, 31)},
-        {"31/12/0099", QDate()},
-        {"31/12/1", QDate()},
-        {"31/12/201", QDate()},
+        {"01/01/0100", QDate(100, 1, 1)}, {"31/12/9999", QDate(9999, 12, 31)},
+        {"31/12/0099", QDate()}, {"31/12/1", QDate()}, {"31/12/201", QDate()},
         {"31/12/20011", QDate()},
         // Other shapes.
-        {"2001/12/31", QDate()},
-        {"2001-12-31", QDate()},
-        {"31/12", QDate()},
-        {"31/12/", QDate()},
-        {"31-12/2001", QDate()},
-        {"31 12 2001", QDate()},
-        {"31/12/2001x", QDate()},
-        {"31/12/2001 10:00", QDate()},
-        {"001/12/2001", QDate()},
-        {"+1/12/2001", QDate()},
-        {"3 1/12/2001", QDate()},
-        {"", QDate()},
-        {"   ", QDate()},
-        {"37256", QDate()},
+        {"2001/12/31", QDate()}, {"2001-12-31", QDate()}, {"31/12", QDate()}, {"31/12/", QDate()},
+        {"31-12/2001", QDate()}, {"31 12 2001", QDate()}, {"31/12/2001x", QDate()},
+        {"31/12/2001 10:00", QDate()}, {"001/12/2001", QDate()}, {"+1/12/2001", QDate()},
+        {"3 1/12/2001", QDate()}, {"", QDate()}, {"   ", QDate()}, {"37256", QDate()},
     };
     for (const auto &r : righe) {
         SCOPED_TRACE(r.testo);
@@ -152,37 +125,21 @@ TEST(Valore, LeggiNumeroInBothLocales)
         bool okEn;
         double en;
     } righe[] = {
-        {"1234,5", true, 1234.5, false, 0},
-        {"1.234,5", true, 1234.5, false, 0},
+        {"1234,5", true, 1234.5, false, 0}, {"1.234,5", true, 1234.5, false, 0},
         {"1.234.567,8", true, 1234567.8, false, 0},
         // A dot where a group can't stand is read as a decimal point.
-        {"1.234", true, 1234, true, 1.234},
-        {"12.34", true, 12.34, true, 12.34},
-        {"1,234.5", false, 0, true, 1234.5},
-        {"  -3,5 ", true, -3.5, false, 0},
-        {"-3.5", true, -3.5, true, -3.5},
-        {"+5", true, 5, true, 5},
-        {"007", true, 7, true, 7},
-        {"1e3", true, 1000, true, 1000},
-        {",5", true, 0.5, false, 0},
-        {"5,", true, 5, false, 0},
+        {"1.234", true, 1234, true, 1.234}, {"12.34", true, 12.34, true, 12.34},
+        {"1,234.5", false, 0, true, 1234.5}, {"  -3,5 ", true, -3.5, false, 0},
+        {"-3.5", true, -3.5, true, -3.5}, {"+5", true, 5, true, 5}, {"007", true, 7, true, 7},
+        {"1e3", true, 1000, true, 1000}, {",5", true, 0.5, false, 0}, {"5,", true, 5, false, 0},
         {".5", true, 0.5, true, 0.5},
         {"123456789012345678901234567890", true, 1.2345678901234568e29, true,
          1.2345678901234568e29},
-        {"", false, 0, false, 0},
-        {"   ", false, 0, false, 0},
-        {"-", false, 0, false, 0},
-        {",", false, 0, false, 0},
-        {"abc", false, 0, false, 0},
-        {"12abc", false, 0, false, 0},
-        {"1 234", false, 0, false, 0},
-        {"1,2,3", false, 0, false, 0},
-        {"- 5", false, 0, false, 0},
-        {"inf", false, 0, false, 0},
-        {"nan", false, 0, false, 0},
-        {"0x10", false, 0, false, 0},
-        {"1e400", false, 0, false, 0},
-        {"31/12/2001", false, 0, false, 0},
+        {"", false, 0, false, 0}, {"   ", false, 0, false, 0}, {"-", false, 0, false, 0},
+        {",", false, 0, false, 0}, {"abc", false, 0, false, 0}, {"12abc", false, 0, false, 0},
+        {"1 234", false, 0, false, 0}, {"1,2,3", false, 0, false, 0}, {"- 5", false, 0, false, 0},
+        {"inf", false, 0, false, 0}, {"nan", false, 0, false, 0}, {"0x10", false, 0, false, 0},
+        {"1e400", false, 0, false, 0}, {"31/12/2001", false, 0, false, 0},
     };
     for (const auto &r : righe) {
         SCOPED_TRACE(r.testo);
@@ -208,29 +165,24 @@ TEST(Valore, LeggiNumeroInBothLocales)
 
 TEST(Valore, IsNumericOfOtherKinds)
 {
-    EXPECT_TRUE(IsNumeric(Empty()));
-    EXPECT_FALSE(IsNumeric(Null()));
-    EXPECT_TRUE(IsNumeric(QVariant(0)));
-    EXPECT_TRUE(IsNumeric(QVariant(-2.5)));
-    EXPECT_TRUE(IsNumeric(QVariant(qint64(1) << 40)));
-    EXPECT_TRUE(IsNumeric(QVariant(true)));
-    EXPECT_FALSE(IsNumeric(QVariant(QDate(2001, 12, 31))));
-    EXPECT_FALSE(IsNumeric(QVariant(QByteArray("12"))));
+    for (const QVariant &v : {Empty(), QVariant(0), QVariant(-2.5), QVariant(qint64(1) << 40),
+                              QVariant(true)})
+        EXPECT_TRUE(IsNumeric(v)) << v.toString().toStdString();
+    for (const QVariant &v : {Null(), QVariant(QDate(2001, 12, 31)), QVariant(QByteArray("12"))})
+        EXPECT_FALSE(IsNumeric(v)) << v.toString().toStdString();
 }
 
 TEST(Valore, CDbl)
 {
     LocaleFissato l(Italiano());
-    EXPECT_EQ(CDbl(Null()), 0);
-    EXPECT_EQ(CDbl(Empty()), 0);
-    EXPECT_EQ(CDbl(QVariant(QStringLiteral("1.234,5"))), 1234.5);
-    EXPECT_EQ(CDbl(QVariant(QStringLiteral("31/12/2001"))), 37256);
-    EXPECT_EQ(CDbl(QVariant(QStringLiteral("ROSSI"))), 0);
-    EXPECT_EQ(CDbl(QVariant(QDate(2002, 1, 1))), GiornoEuro);
-    EXPECT_EQ(CDbl(QVariant(QDateTime(QDate(2002, 1, 1), QTime(12, 0)))), GiornoEuro + 0.5);
-    EXPECT_EQ(CDbl(QVariant(true)), -1);
-    EXPECT_EQ(CDbl(QVariant(false)), 0);
-    EXPECT_EQ(CDbl(QVariant(qint64(123456789012))), 123456789012.0);
+    const QDate euro(2002, 1, 1);
+    const std::pair<QVariant, double> casi[] = {
+        {Null(), 0}, {Empty(), 0}, {"1.234,5", 1234.5}, {"31/12/2001", 37256}, {"ROSSI", 0},
+        {euro, GiornoEuro}, {QDateTime(euro, QTime(12, 0)), GiornoEuro + 0.5}, {true, -1},
+        {false, 0}, {qint64(123456789012), 123456789012.0},
+    };
+    for (const auto &[valore, atteso] : casi)
+        EXPECT_EQ(CDbl(valore), atteso) << valore.toString().toStdString();
     LocaleFissato en(Inglese());
     EXPECT_EQ(CDbl(QVariant(QStringLiteral("1,234.5"))), 1234.5);
 }

@@ -208,49 +208,41 @@ TEST_F(ImpostazioniProva, ValoriPredefiniti)
     const QString s = Separatore();
     const QString dati = Cartella("dati");
     ASSERT_EQ(sessione().CodiceOperatore, "UTENT");
-    EXPECT_EQ(imp.FileDati, dati + "UTENT" + s + "DatiDV.db");
-    EXPECT_EQ(imp.FileVisite, dati + "UTENT" + s + "VisiteDV.db");
-    EXPECT_EQ(imp.PathLavoroOperatore, Cartella("lavoro") + "UTENT" + s);
-    EXPECT_EQ(imp.FileLavoro, Cartella("lavoro") + "UTENT" + s + "WorkDV.db");
-    EXPECT_EQ(imp.PathReport, dati);
-    EXPECT_EQ(imp.PathReportOperatore, dati + "UTENT" + s);
-    EXPECT_EQ(imp.PathSave, dati + "save" + s + "UTENT" + s);
+    const std::pair<QString, QString> percorsi[] = {
+        {imp.FileDati, dati + "UTENT" + s + "DatiDV.db"},
+        {imp.FileVisite, dati + "UTENT" + s + "VisiteDV.db"},
+        {imp.PathLavoroOperatore, Cartella("lavoro") + "UTENT" + s},
+        {imp.FileLavoro, Cartella("lavoro") + "UTENT" + s + "WorkDV.db"},
+        {imp.PathReport, dati}, {imp.PathReportOperatore, dati + "UTENT" + s},
+        {imp.PathSave, dati + "save" + s + "UTENT" + s}, {imp.PathStampe, dati},
+        {imp.PathTemp, dati + "temp" + s}, {imp.PathTesti, dati}, {imp.PathFogli, dati},
+        {imp.PathImpExp, imp.PathTemp},
+    };
+    for (const auto &[letto, atteso] : percorsi)
+        EXPECT_EQ(letto, atteso);
     EXPECT_TRUE(EsisteFile(imp.PathSave, AttributoCartella));
-    EXPECT_EQ(imp.PathStampe, dati);
-    EXPECT_EQ(imp.PathTemp, dati + "temp" + s);
     EXPECT_TRUE(EsisteFile(imp.PathTemp, AttributoCartella));
-    EXPECT_EQ(imp.PathTesti, dati);
-    EXPECT_EQ(imp.PathFogli, dati);
-    EXPECT_EQ(imp.PathImpExp, imp.PathTemp);
-
-    EXPECT_EQ(imp.MesiNomi[0], "GENNAIO");
-    EXPECT_EQ(imp.MesiNomi[5], "GIUGNIO");
-    EXPECT_EQ(imp.MesiNomi[11], "DICEMBRE");
-    EXPECT_EQ(imp.MesiNomi[12], "NON DEFINITI");
-    EXPECT_EQ(imp.MesiNomi[13], "TUTTI");
-
+    EXPECT_EQ(QStringList({imp.MesiNomi[0], imp.MesiNomi[5], imp.MesiNomi[11], imp.MesiNomi[12],
+                           imp.MesiNomi[13]}),
+              QStringList({"GENNAIO", "GIUGNIO", "DICEMBRE", "NON DEFINITI", "TUTTI"}));
     EXPECT_FALSE(imp.MovimentiPositivi);
     EXPECT_EQ(imp.PercAss, 'I');
     EXPECT_FLOAT_EQ(imp.PercMax, 95);
     EXPECT_EQ(imp.TipoStampa, 'V');
     EXPECT_EQ(imp.PreviewStampa, 0);
-    EXPECT_EQ(imp.CodLit, "LIT");
-    EXPECT_EQ(imp.CodEur, "EUR");
-    EXPECT_EQ(imp.CodBase, "EUR");
+    const std::pair<QString, const char *> testi[] = {
+        {imp.CodLit, "LIT"}, {imp.CodEur, "EUR"}, {imp.CodBase, "EUR"},
+        {imp.FormatoDecimali, "#,###,###,##0.00"}, {imp.SaldoIniPiu, "SI+"},
+        {imp.SaldoIniMeno, "SI-"}, {imp.CauPlus, "PM+"}, {imp.CauMinus, "PM-"},
+        {imp.CauRateo, "RTT"}, {imp.DataRendimento, " "}, {imp.BancheRas, ""}, {imp.VitaRiv, ""},
+    };
+    for (const auto &[letto, atteso] : testi)
+        EXPECT_EQ(letto, atteso);
     EXPECT_DOUBLE_EQ(imp.CambioLire, 1936.27);
     EXPECT_EQ(imp.ColoreEvidenza, 0xFFFFC0u);
-    EXPECT_EQ(imp.FormatoDecimali, "#,###,###,##0.00");
     EXPECT_EQ(imp.LunghezzaMandatoA, 9);
     EXPECT_EQ(imp.LunghezzaMandatoB, 9);
-    EXPECT_EQ(imp.SaldoIniPiu, "SI+");
-    EXPECT_EQ(imp.SaldoIniMeno, "SI-");
-    EXPECT_EQ(imp.CauPlus, "PM+");
-    EXPECT_EQ(imp.CauMinus, "PM-");
-    EXPECT_EQ(imp.CauRateo, "RTT");
-    EXPECT_EQ(imp.DataRendimento, " ");
     EXPECT_EQ(imp.AnnoSolare, QDate::currentDate().year() - 1);
-    EXPECT_EQ(imp.BancheRas, "");
-    EXPECT_EQ(imp.VitaRiv, "");
     for (const QString &t : imp.TipiEstrattoConto)
         EXPECT_EQ(t, "TUTTO");
     EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << m_messaggi.testi().join('|').toStdString();
@@ -326,12 +318,8 @@ TEST_F(ImpostazioniProva, CartellaPerOperatoreConPercento)
 TEST_F(ImpostazioniProva, FormatoDecimali)
 {
     const std::pair<QByteArray, QString> casi[] = {
-        {"", "#,###,###,##0.00"},
-        {"due", "#,###,###,##0.00"},
-        {"0", "###,###,##0.000"},
-        {"-1", "###,###,##0.000"},
-        {"1", "#,###,###,##0.0"},
-        {"4", "#,###,###,##0.0000"},
+        {"", "#,###,###,##0.00"}, {"due", "#,###,###,##0.00"}, {"0", "###,###,##0.000"},
+        {"-1", "###,###,##0.000"}, {"1", "#,###,###,##0.0"}, {"4", "#,###,###,##0.0000"},
         {"2,5", "#,###,###,##0.00"}, // half to even, as the classic conversion
     };
     for (const auto &[valore, formato] : casi) {
@@ -395,10 +383,8 @@ TEST_F(ImpostazioniProva, PreparaCartellaNonCreabile)
     const QString cartella = Cartella("piano.txt/temp");
     EXPECT_EQ(PreparaCartella("TEMP", m_dir.file("piano.txt/temp%")),
               cartella + "OP" + Separatore());
-    ASSERT_EQ(m_messaggi.richieste().size(), 1);
-    const QString testo = m_messaggi.richieste().first().testo;
-    EXPECT_TRUE(testo.startsWith("ERRORE TEMP")) << testo.toStdString();
-    EXPECT_TRUE(testo.contains(cartella)) << testo.toStdString();
+    ASSERT_EQ(m_messaggi.testi().size(), 1);
+    EXPECT_TRUE(m_messaggi.testi()[0].startsWith("ERRORE TEMP\n" + cartella + "\n"));
 
     m_messaggi.pulisci();
     EXPECT_EQ(PreparaCartella("TESTI", m_dir.file("nuova")), Cartella("nuova"));

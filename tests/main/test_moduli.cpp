@@ -40,32 +40,26 @@ protected:
 
 } // namespace
 
-TEST_F(Consegna, GiaAttivoPerLaStessaDittaNonRiparte)
-{
-    ScriviIni(m_ini, "APPLICATIVI", "Prova", m_cartella.file("manca"));
-    ScriviIni(m_ini, "Prova", "HANDLE", m_mio);
-    ScriviIni(m_ini, "Prova", "DITTA", "ROSSI");
-    Avvia();
-    EXPECT_TRUE(m_messaggi.richieste().isEmpty());
-    EXPECT_EQ(Handle(), m_mio);
-}
-
-TEST_F(Consegna, AttivoPerUnAltraDittaOConHandleVecchioRiparte)
+// Already running for the same firm it is left alone; for another firm, or
+// under a number that no process has any more, it starts again.
+TEST_F(Consegna, RipartePerUnAltraDittaOConHandleVecchio)
 {
     ASSERT_FALSE(m_vero.isEmpty());
     ScriviIni(m_ini, "APPLICATIVI", "Prova", m_vero);
-    ScriviIni(m_ini, "Prova", "HANDLE", m_mio);
-    ScriviIni(m_ini, "Prova", "DITTA", "BIANCHI");
-    Avvia();
-    EXPECT_NE(Handle(), m_mio);
-    EXPECT_GT(Handle().toLongLong(), 0);
-
-    // A number that no process has any more, for the same firm.
-    ScriviIni(m_ini, "Prova", "HANDLE", "999999999");
-    ScriviIni(m_ini, "Prova", "DITTA", "ROSSI");
-    Avvia();
-    EXPECT_NE(Handle(), "999999999");
-    EXPECT_GT(Handle().toLongLong(), 0);
+    const struct
+    {
+        QString handle;
+        const char *ditta;
+        bool riparte;
+    } casi[] = {{m_mio, "ROSSI", false}, {m_mio, "BIANCHI", true}, {"999999999", "ROSSI", true}};
+    for (const auto &c : casi) {
+        SCOPED_TRACE(c.ditta);
+        ScriviIni(m_ini, "Prova", "HANDLE", c.handle);
+        ScriviIni(m_ini, "Prova", "DITTA", c.ditta);
+        Avvia();
+        EXPECT_EQ(Handle() != c.handle, c.riparte) << qPrintable(Handle());
+        EXPECT_GT(Handle().toLongLong(), 0);
+    }
     EXPECT_TRUE(m_messaggi.richieste().isEmpty());
 }
 

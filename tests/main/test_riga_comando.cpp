@@ -2,88 +2,58 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 using namespace sorvane;
 
-TEST(RigaComando, SenzaBarraEUnaProvaConIlMenu)
+TEST(RigaComando, CampiLetti)
 {
-    for (const QString riga : {QString(), QStringLiteral("   "), QStringLiteral("ROSSI 3")}) {
-        const ParametriAvvio p = SpezzaRigaComando(riga);
-        EXPECT_TRUE(p.ModoProva) << qPrintable(riga);
-        EXPECT_EQ(p.IndiceMenu, 9);
-        EXPECT_FALSE(p.MancanoParametri());
-        EXPECT_EQ(p.OffsetX, 0);
-        EXPECT_EQ(p.OffsetY, 0);
+    const std::optional<int> no;
+    const struct
+    {
+        const char *riga;
+        const char *operatore; // blank: "Mancano i parametri"
+        bool prova;
+        int indice;
+        std::optional<int> x, y;
+    } righe[] = {
+        // Without "|" it is a run by hand: the test mode with the menu.
+        {"", "PROVA", true, 9, 0, 0},
+        {"   ", "PROVA", true, 9, 0, 0},
+        {"ROSSI 3", "PROVA", true, 9, 0, 0},
+        {"|1|100|200", "", false, 1, 100, 200},
+        {"   |1", "   ", false, 1, 0, 0},
+        {"\"\"|1", "", false, 1, 0, 0},
+        // The menu index: empty or letters are 0, else the numeric prefix truncated.
+        {"rossi|", "ROSSI", false, 0, 0, 0},
+        {"bianchi|abc", "BIANCHI", false, 0, 0, 0},
+        {"A|2abc|0|0", "A", false, 2, 0, 0},
+        {"A| 3.9 |0|0", "A", false, 3, 0, 0},
+        // A negative index is a run in test mode; 8 is not.
+        {"ROSSI|-1|10|20", "ROSSI", true, 9, 10, 20},
+        {"ROSSI|8", "ROSSI", false, 8, 0, 0},
+        // Quotes go before the split, and a "|" inside them still splits.
+        {"\"ro\"ssi\"|\"1\"|\"1500\"|\"2400\"", "ROSSI", false, 1, 1500, 2400},
+        {"ROSSI|\"3|150\"|250", "ROSSI", false, 3, 150, 250},
+        // Coordinates only when numeric; the last field goes through the
+        // numeric reading, so letters read 0 there.
+        {"ROSSI|1|abc|40", "ROSSI", false, 1, no, 40},
+        {"ROSSI|1|10|xy", "ROSSI", false, 1, 10, 0},
+        {"ROSSI|1|12.6", "ROSSI", false, 1, 13, 0},
+    };
+    for (const auto &r : righe) {
+        SCOPED_TRACE(r.riga);
+        const ParametriAvvio p = SpezzaRigaComando(QString::fromUtf8(r.riga));
+        EXPECT_EQ(p.Operatore, r.operatore);
+        EXPECT_EQ(p.MancanoParametri(), QString(r.operatore).trimmed().isEmpty());
+        EXPECT_EQ(p.ModoProva, r.prova);
+        EXPECT_EQ(p.IndiceMenu, r.indice);
+        EXPECT_EQ(p.OffsetX, r.x);
+        EXPECT_EQ(p.OffsetY, r.y);
     }
 }
 
-TEST(RigaComando, UnaBarraInTestaNonHaOperatore)
-{
-    EXPECT_TRUE(SpezzaRigaComando("|1|100|200").MancanoParametri());
-    EXPECT_TRUE(SpezzaRigaComando("   |1").MancanoParametri());
-    EXPECT_TRUE(SpezzaRigaComando("\"\"|1").MancanoParametri());
-}
-
-TEST(RigaComando, OperatoreInMaiuscoloEIndiceDaLettereOVuotoEZero)
-{
-    ParametriAvvio p = SpezzaRigaComando("rossi|");
-    EXPECT_EQ(p.Operatore, "ROSSI");
-    EXPECT_FALSE(p.ModoProva);
-    EXPECT_EQ(p.IndiceMenu, 0);
-
-    p = SpezzaRigaComando("bianchi|abc");
-    EXPECT_EQ(p.Operatore, "BIANCHI");
-    EXPECT_FALSE(p.ModoProva);
-    EXPECT_EQ(p.IndiceMenu, 0);
-
-    // The numeric prefix, truncated.
-    EXPECT_EQ(SpezzaRigaComando("A|2abc|0|0").IndiceMenu, 2);
-    EXPECT_EQ(SpezzaRigaComando("A| 3.9 |0|0").IndiceMenu, 3);
-}
-
-TEST(RigaComando, IndiceNegativoPortaInProvaEOttoNo)
-{
-    ParametriAvvio p = SpezzaRigaComando("ROSSI|-1|10|20");
-    EXPECT_TRUE(p.ModoProva);
-    EXPECT_EQ(p.IndiceMenu, 9);
-    EXPECT_EQ(p.OffsetX, 10);
-
-    p = SpezzaRigaComando("ROSSI|8");
-    EXPECT_FALSE(p.ModoProva);
-    EXPECT_EQ(p.IndiceMenu, 8);
-}
-
-TEST(RigaComando, LeVirgoletteSparisconoPrimaDiSpezzare)
-{
-    ParametriAvvio p = SpezzaRigaComando("\"ro\"ssi\"|\"1\"|\"1500\"|\"2400\"");
-    EXPECT_EQ(p.Operatore, "ROSSI");
-    EXPECT_EQ(p.IndiceMenu, 1);
-    EXPECT_EQ(p.OffsetX, 1500);
-    EXPECT_EQ(p.OffsetY, 2400);
-
-    // A "|" inside quotes still splits.
-    p = SpezzaRigaComando("ROSSI|\"3|150\"|250");
-    EXPECT_EQ(p.IndiceMenu, 3);
-    EXPECT_EQ(p.OffsetX, 150);
-    EXPECT_EQ(p.OffsetY, 250);
-}
-
-TEST(RigaComando, CoordinateSoloSeNumeriche)
-{
-    ParametriAvvio p = SpezzaRigaComando("ROSSI|1|abc|40");
-    EXPECT_FALSE(p.OffsetX.has_value());
-    EXPECT_EQ(p.OffsetY, 40);
-
-    // The last field goes through the numeric reading: letters read 0.
-    p = SpezzaRigaComando("ROSSI|1|10|xy");
-    EXPECT_EQ(p.OffsetX, 10);
-    EXPECT_EQ(p.OffsetY, 0);
-
-    p = SpezzaRigaComando("ROSSI|1|12.6");
-    EXPECT_EQ(p.OffsetX, 13);
-    EXPECT_EQ(p.OffsetY, 0);
-}
-
-TEST(Cornice, UnaXOltreLoSchermoTornaIndietro)
+TEST(Cornice, PosizioneRiportataDentroLaLarghezza)
 {
     const MisureSchermo m = MisuraSchermo(24000, 15000);
     EXPECT_EQ(m.LarghezzaMax, 24120);
@@ -91,18 +61,11 @@ TEST(Cornice, UnaXOltreLoSchermoTornaIndietro)
     EXPECT_EQ(p.x, 24120 - 9600);
     EXPECT_EQ(p.y, 0);
     EXPECT_EQ(PosizionaCornice({14520, 0}, 9600, m.LarghezzaMax).x, 14520);
-}
-
-TEST(Cornice, LaYSiMisuraSullaLarghezza)
-{
-    // A tall narrow frame low on the screen stays where it is: only its width
-    // counts against the screen's width.
-    const Posizione bassa = PosizionaCornice({0, 12000}, 3000, 24120);
-    EXPECT_EQ(bassa.y, 12000);
-    // A y whose sum with the width passes the screen's width is replaced,
-    // even where the screen is tall enough.
-    const Posizione oltre = PosizionaCornice({0, 16000}, 9600, 24120);
-    EXPECT_EQ(oltre.y, 24120 - 9600);
+    // The y is held against the width: a tall narrow frame low on the screen
+    // stays, a y whose sum with the width passes the screen's width is
+    // replaced, even where the screen is tall enough.
+    EXPECT_EQ(PosizionaCornice({0, 12000}, 3000, 24120).y, 12000);
+    EXPECT_EQ(PosizionaCornice({0, 16000}, 9600, 24120).y, 24120 - 9600);
 }
 
 TEST(Cornice, UnoSchermoLargoOltre13000TwipsValeComeUnoPiccolo)
@@ -112,7 +75,6 @@ TEST(Cornice, UnoSchermoLargoOltre13000TwipsValeComeUnoPiccolo)
     EXPECT_EQ(m.AltezzaSchermo, 9120);
     EXPECT_EQ(m.LarghezzaMax, 13121);
     EXPECT_EQ(m.AltezzaMax, 20120);
-
     m = MisuraSchermo(13000, 9750);
     EXPECT_EQ(m.LarghezzaSchermo, 13000);
     EXPECT_EQ(m.AltezzaSchermo, 9750);
