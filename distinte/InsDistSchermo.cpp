@@ -17,11 +17,11 @@ void InsDist::installaSchermo()
     QList<std::uint8_t> modi;
     for (int i = 1; i <= 20; ++i) {
         if (i <= 4 || i == 6)
-            modi.append(CampoCifre);
+            modi.append(ModoCifre);
         else if (i == 18)
-            modi.append(CampoImporto);
+            modi.append(ModoImporto);
         else
-            modi.append(CampoTesto);
+            modi.append(ModoTesto);
     }
     m_schermo = new Schermo(this);
     m_schermo->campi(campi, modi);

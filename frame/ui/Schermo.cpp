@@ -189,7 +189,7 @@ void Schermo::campi(const QList<QLineEdit *> &txt, const QList<std::uint8_t> &mo
     m_txt = txt;
     m_modi = modi;
     while (m_modi.size() < m_txt.size())
-        m_modi.append(CampoTesto);
+        m_modi.append(ModoTesto);
     for (QLineEdit *campo : m_txt) {
         campo->installEventFilter(this);
         connect(campo, &QLineEdit::textEdited, this, [campo] { AvanzaSePieno(campo); });
@@ -260,11 +260,11 @@ bool Schermo::filtraCarattere(QLineEdit *campo, QKeyEvent *tasto)
         return false;
     const int prima = testo[0].unicode();
     int codice = prima;
-    switch (m_modi.value(indice(campo), CampoTesto)) {
-    case CampoCifre:
+    switch (m_modi.value(indice(campo), ModoTesto)) {
+    case ModoCifre:
         SoloCifre(codice);
         break;
-    case CampoImporto:
+    case ModoImporto:
         SoloImporto(codice);
         break;
     default:

@@ -6,7 +6,7 @@
 // one Schermo on itself and hands it its text fields (`txt`) with their kind:
 //
 //     m_schermo = new Schermo(this);
-//     m_schermo->campi(txt, {CampoTesto, CampoCifre, CampoImporto});
+//     m_schermo->campi(txt, {ModoTesto, ModoCifre, ModoImporto});
 
 #include <QList>
 #include <QObject>
@@ -22,7 +22,7 @@ class QLineEdit;
 namespace sorvane {
 
 // ModoCampo: the kind of a text field.
-enum : std::uint8_t { CampoTesto = 0, CampoCifre = 1, CampoImporto = 2 };
+enum : std::uint8_t { ModoTesto = 0, ModoCifre = 1, ModoImporto = 2 };
 
 // Shared state of the keyboard and the field in focus.
 struct StatoTastiera

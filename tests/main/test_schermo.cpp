@@ -45,7 +45,7 @@ protected:
         QObject::connect(m_uscita, &QPushButton::clicked, [this] { ++m_uscite; });
         m_txt[1]->setMaxLength(3);
         m_aiuto = new Schermo(&m_schermo);
-        m_aiuto->campi(m_txt, {CampoTesto, CampoCifre, CampoImporto});
+        m_aiuto->campi(m_txt, {ModoTesto, ModoCifre, ModoImporto});
     }
 
     void TearDown() override
