@@ -1,11 +1,6 @@
 #include "reports/CaricaDati.h"
 #include "reports/Modello.h"
-#include "store/Schema.h"
-#include "support/CartellaProva.h"
-
-#include <QSqlDatabase>
-#include <QSqlQuery>
-#include <gtest/gtest.h>
+#include "tests/store/ProvaInsieme.h"
 
 using namespace sorvane;
 using namespace sorvane::prova;
@@ -14,39 +9,24 @@ namespace {
 
 // A work file of its own, with the staging tables as the dictionary makes
 // them.
-class FileLavoro
+struct FileLavoro
 {
-public:
     FileLavoro()
     {
-        {
-            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), kNome);
-            db.setDatabaseName(m_dir.file(QStringLiteral("WorkDV.db")));
-            EXPECT_TRUE(db.open());
-            QString errore;
-            EXPECT_TRUE(CreaTabelle(db, Archivio::Lavoro, QStringLiteral("main"), &errore))
-                << errore.toStdString();
-        }
+        QSqlDatabase d = db();
+        QString errore;
+        EXPECT_TRUE(CreaTabelle(d, Archivio::Lavoro, QStringLiteral("main"), &errore))
+            << errore.toStdString();
     }
-    ~FileLavoro()
-    {
-        QSqlDatabase::database(kNome).close();
-        QSqlDatabase::removeDatabase(kNome);
-    }
-    QSqlDatabase db() const { return QSqlDatabase::database(kNome); }
+    QSqlDatabase db() const { return m_file.db(); }
 
     void esegui(const QString &sql, const QVariantList &valori = {}) const
     {
-        QSqlQuery q(db());
-        ASSERT_TRUE(q.prepare(sql)) << sql.toStdString();
-        for (const QVariant &v : valori)
-            q.addBindValue(v);
-        ASSERT_TRUE(q.exec()) << sql.toStdString();
+        Scrivi(db(), sql, valori);
     }
 
-private:
-    static constexpr const char *kNome = "prova_report";
     CartellaProva m_dir;
+    AltraConnessione m_file{m_dir.file(QStringLiteral("WorkDV.db"))};
 };
 
 } // namespace

@@ -7,7 +7,7 @@
 #include "reports/Staging.h"
 #include "reports/StampaReport.h"
 #include "tests/reports/DatiProva.h"
-#include "tests/store/ProvaInsieme.h"
+#include "tests/store/ProvaAccesso.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -21,14 +21,12 @@ namespace {
 
 // The four files connected, a report folder with the sample module, and a
 // local INI; the dialogs a print opens are recorded, not shown.
-class Stampe : public ProvaInsieme
+class Stampe : public ProvaAccesso
 {
 protected:
     void SetUp() override
     {
-        ProvaInsieme::SetUp();
-        CreaTutti();
-        ASSERT_TRUE(ConnettiDatabase());
+        ProvaAccesso::SetUp();
         Impostazioni &imp = impostazioni();
         QDir().mkpath(m_cartella.file(QStringLiteral("moduli")));
         imp.PathReport = m_cartella.file(QStringLiteral("moduli")) + QLatin1Char('/');
@@ -53,7 +51,7 @@ protected:
         installaGestoreModale({});
         consegnaStampa() = ConsegnaStampa();
         sessione().CodiceStop = 0;
-        ProvaInsieme::TearDown();
+        ProvaAccesso::TearDown();
     }
 
     QString modulo(const QString &nome) const { return impostazioni().PathReport + nome; }

@@ -220,14 +220,13 @@ TEST(Anteprima, PosizioneConBarraApplicazioni)
 
 TEST(Anteprima, Zoom)
 {
-    EXPECT_EQ(ZoomDaCodice(0).modo, ModoZoom::Fattore);
-    EXPECT_EQ(ZoomDaCodice(0).fattore, 1.0);
     EXPECT_EQ(ZoomDaCodice(1).modo, ModoZoom::Larghezza);
     EXPECT_EQ(ZoomDaCodice(2).modo, ModoZoom::PaginaIntera);
-    EXPECT_EQ(ZoomDaCodice(3).modo, ModoZoom::Fattore);
-    EXPECT_DOUBLE_EQ(ZoomDaCodice(3).fattore, 0.5);
-    EXPECT_DOUBLE_EQ(ZoomDaCodice(4).fattore, 0.75);
-    EXPECT_DOUBLE_EQ(ZoomDaCodice(5).fattore, 1.0);
+    const double fattori[] = {1.0, 0, 0, 0.5, 0.75, 1.0};
+    for (int codice : {0, 3, 4, 5}) {
+        EXPECT_EQ(ZoomDaCodice(codice).modo, ModoZoom::Fattore) << codice;
+        EXPECT_DOUBLE_EQ(ZoomDaCodice(codice).fattore, fattori[codice]) << codice;
+    }
 }
 
 // "V": the preview window, placed and zoomed by the settings, with its pages

@@ -17,11 +17,7 @@ public:
     // A statement with bound values on the program's connection.
     static void Scrivi(const QString &sql, const QVariantList &valori = {})
     {
-        QSqlQuery q(Db());
-        ASSERT_TRUE(q.prepare(sql)) << qPrintable(q.lastError().text());
-        for (const QVariant &v : valori)
-            q.addBindValue(v);
-        ASSERT_TRUE(q.exec()) << qPrintable(sql) << " " << qPrintable(q.lastError().text());
+        prova::Scrivi(Db(), sql, valori);
     }
 
 protected:

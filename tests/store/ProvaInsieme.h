@@ -21,6 +21,23 @@
 
 namespace sorvane::prova {
 
+// The first value a statement gives, invalid when it fails or gives none.
+inline QVariant PrimoValore(const QSqlDatabase &db, const QString &sql)
+{
+    QSqlQuery q(db);
+    return q.exec(sql) && q.next() ? q.value(0) : QVariant();
+}
+
+// A statement with bound values, which must succeed.
+inline void Scrivi(const QSqlDatabase &db, const QString &sql, const QVariantList &valori = {})
+{
+    QSqlQuery q(db);
+    ASSERT_TRUE(q.prepare(sql)) << qPrintable(sql) << " " << qPrintable(q.lastError().text());
+    for (const QVariant &v : valori)
+        q.addBindValue(v);
+    ASSERT_TRUE(q.exec()) << qPrintable(sql) << " " << qPrintable(q.lastError().text());
+}
+
 // A plain connection of its own on one file, removed at the end: the
 // "other program" of the tests.
 class AltraConnessione
@@ -40,18 +57,8 @@ public:
         QSqlDatabase::removeDatabase(m_nome);
     }
     QSqlDatabase db() const { return QSqlDatabase::database(m_nome, false); }
-    bool esegui(const QString &sql) const
-    {
-        QSqlQuery q(db());
-        return q.exec(sql);
-    }
-    QVariant valore(const QString &sql) const
-    {
-        QSqlQuery q(db());
-        if (!q.exec(sql) || !q.next())
-            return QVariant();
-        return q.value(0);
-    }
+    bool esegui(const QString &sql) const { return QSqlQuery(db()).exec(sql); }
+    QVariant valore(const QString &sql) const { return PrimoValore(db(), sql); }
 
 private:
     QString m_nome;
@@ -105,18 +112,8 @@ protected:
             Crea(a);
     }
 
-    QVariant Valore(const QString &sql)
-    {
-        QSqlQuery q(Db());
-        if (!q.exec(sql) || !q.next())
-            return QVariant();
-        return q.value(0);
-    }
-    bool Esegui(const QString &sql)
-    {
-        QSqlQuery q(Db());
-        return q.exec(sql);
-    }
+    QVariant Valore(const QString &sql) { return PrimoValore(Db(), sql); }
+    bool Esegui(const QString &sql) { return QSqlQuery(Db()).exec(sql); }
 
     CartellaProva m_cartella;
     MessaggiRegistrati m_messaggi;

@@ -23,6 +23,11 @@ const QStringList ParoleRicostruzione = {
 class Connessione : public ProvaInsieme
 {
 protected:
+    void SetUp() override
+    {
+        ProvaInsieme::SetUp();
+        CreaTutti();
+    }
     bool Connetti()
     {
         m_parole.clear();
@@ -61,7 +66,6 @@ protected:
 
 TEST_F(Connessione, UnArchivioDiLavoroVuotoHaTuttiGliAllegati)
 {
-    CreaTutti();
     // An empty working file: not even the catalogue is there.
     QFile::remove(PercorsoArchivio(Archivio::Lavoro));
     { AltraConnessione vuoto(PercorsoArchivio(Archivio::Lavoro)); vuoto.esegui("VACUUM"); }
@@ -90,7 +94,6 @@ TEST_F(Connessione, UnArchivioDiLavoroVuotoHaTuttiGliAllegati)
 
 TEST_F(Connessione, CartellaSpostataRicostruitaInSilenzio)
 {
-    CreaTutti();
     ASSERT_TRUE(Connetti());
     ChiudiDatabase();
 
@@ -109,7 +112,6 @@ TEST_F(Connessione, CartellaSpostataRicostruitaInSilenzio)
 
 TEST_F(Connessione, UnSoloAllegatoScadutoLiRicostruisceTutti)
 {
-    CreaTutti();
     ASSERT_TRUE(Connetti());
     // One entry points at a file that has gone; another at a different file
     // that exists, which the count takes as good.
@@ -135,7 +137,6 @@ TEST_F(Connessione, UnSoloAllegatoScadutoLiRicostruisceTutti)
 
 TEST_F(Connessione, TabellaMancanteDettaUnaVoltaELAvvioProsegue)
 {
-    CreaTutti();
     {
         AltraConnessione dati(PercorsoArchivio(Archivio::Dati));
         ASSERT_TRUE(dati.esegui("DROP TABLE Moduli"));
@@ -153,7 +154,6 @@ TEST_F(Connessione, TabellaMancanteDettaUnaVoltaELAvvioProsegue)
 
 TEST_F(Connessione, FileMancanteNonVieneCreato)
 {
-    CreaTutti();
     const QString visite = PercorsoArchivio(Archivio::Visite);
     ASSERT_TRUE(QFile::remove(visite));
 
@@ -175,7 +175,6 @@ TEST_F(Connessione, FileMancanteNonVieneCreato)
 
 TEST_F(Connessione, RiprovaRicominciaDallInizio)
 {
-    CreaTutti();
     const QString dati = PercorsoArchivio(Archivio::Dati);
     const QString copia = m_cartella.file("copia.db");
     ASSERT_TRUE(QFile::rename(dati, copia));
@@ -191,7 +190,6 @@ TEST_F(Connessione, RiprovaRicominciaDallInizio)
 
 TEST_F(Connessione, FileCheNonEUnDatabaseRestaIntatto)
 {
-    CreaTutti();
     for (Archivio a : {Archivio::Dati, Archivio::Lavoro, Archivio::Indici}) {
         const QString file = PercorsoArchivio(a);
         const QByteArray prima = "non sono un database, solo testo\n";
@@ -214,7 +212,6 @@ TEST_F(Connessione, FileCheNonEUnDatabaseRestaIntatto)
 
 TEST_F(Connessione, OgniFileInJournalConSincroniaPienaEAttesa)
 {
-    CreaTutti();
     {
         AltraConnessione dati(PercorsoArchivio(Archivio::Dati));
         ASSERT_EQ(dati.valore("PRAGMA journal_mode = WAL").toString(), "wal");
@@ -234,7 +231,6 @@ TEST_F(Connessione, OgniFileInJournalConSincroniaPienaEAttesa)
 
 TEST_F(Connessione, WalTenutoDaUnAltroProgrammaRifiutato)
 {
-    CreaTutti();
     AltraConnessione dati(PercorsoArchivio(Archivio::Dati));
     ASSERT_EQ(dati.valore("PRAGMA journal_mode = WAL").toString(), "wal");
     ASSERT_TRUE(dati.valore("SELECT count(*) FROM Societa").isValid());
@@ -249,7 +245,6 @@ TEST_F(Connessione, WalTenutoDaUnAltroProgrammaRifiutato)
 
 TEST_F(Connessione, FileBloccatoDaUnAltroProgramma)
 {
-    CreaTutti();
     AltraConnessione visite(PercorsoArchivio(Archivio::Visite));
     ASSERT_TRUE(visite.esegui("BEGIN EXCLUSIVE"));
     ASSERT_TRUE(visite.esegui("INSERT INTO VisiteN VALUES (1, 37000, 5)"));
@@ -266,7 +261,6 @@ TEST_F(Connessione, FileBloccatoDaUnAltroProgramma)
 
 TEST_F(Connessione, IndiciNonApribili)
 {
-    CreaTutti();
     {
         AltraConnessione indici(PercorsoArchivio(Archivio::Indici));
         ASSERT_TRUE(indici.esegui("DROP TABLE Indici"));

@@ -119,6 +119,11 @@ protected:
         s_ufficio = nullptr;
     }
     QSqlDatabase db() const { return s_ufficio->db(); }
+    // A count on the demo office.
+    static qint64 N(const QString &sql, const QVariantList &valori = {})
+    {
+        return Conta(s_ufficio->db(), sql, valori);
+    }
 
     static UfficioProva *s_ufficio;
 };
@@ -127,41 +132,29 @@ UfficioProva *DatiDemo::s_ufficio = nullptr;
 
 TEST_F(DatiDemo, LireInteriPrimaDel2002EuroDopo)
 {
-    for (const QString &t : {QStringLiteral("Distinte"), QStringLiteral("Distinte04")}) {
-        EXPECT_EQ(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM %1 WHERE dstData < ? AND "
-                                             "(dstMoneta <> 'LIT' OR dstImporto <> "
-                                             "ROUND(dstImporto) OR dstImporto <= 0)").arg(t),
-                        {GiornoEuro}),
-                  0) << qPrintable(t);
-        EXPECT_EQ(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM %1 WHERE dstData >= ? AND "
-                                             "(dstMoneta <> 'EUR' OR ABS(dstImporto * 100 - "
-                                             "ROUND(dstImporto * 100)) > 1e-6 OR "
-                                             "dstImporto <= 0)").arg(t),
-                        {GiornoEuro}),
-                  0) << qPrintable(t);
-        EXPECT_GT(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM %1 WHERE dstData < ?").arg(t),
-                        {GiornoEuro}), 0);
+    for (const QString t : {"Distinte", "Distinte04"}) {
+        SCOPED_TRACE(qPrintable(t));
+        EXPECT_EQ(N("SELECT COUNT(*) FROM " + t + " WHERE dstData < ? AND (dstMoneta <> 'LIT' "
+                    "OR dstImporto <> ROUND(dstImporto) OR dstImporto <= 0)", {GiornoEuro}), 0);
+        EXPECT_EQ(N("SELECT COUNT(*) FROM " + t + " WHERE dstData >= ? AND (dstMoneta <> 'EUR' "
+                    "OR ABS(dstImporto * 100 - ROUND(dstImporto * 100)) > 1e-6 OR "
+                    "dstImporto <= 0)", {GiornoEuro}), 0);
+        EXPECT_GT(N("SELECT COUNT(*) FROM " + t + " WHERE dstData < ?", {GiornoEuro}), 0);
     }
-    EXPECT_GT(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM Distinte WHERE dstData >= ?"),
-                    {GiornoEuro}), 0);
+    EXPECT_GT(N("SELECT COUNT(*) FROM Distinte WHERE dstData >= ?", {GiornoEuro}), 0);
     // Every movement lies between the first slips and the run date.
-    EXPECT_EQ(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM Distinte WHERE dstData > ? OR "
-                                         "dstData < ?"),
-                    {GiornoDaData(Oggi), GiornoDaData(QDate(1999, 1, 1))}),
-              0);
+    EXPECT_EQ(N("SELECT COUNT(*) FROM Distinte WHERE dstData > ? OR dstData < ?",
+                {GiornoDaData(Oggi), GiornoDaData(QDate(1999, 1, 1))}), 0);
 }
 
 TEST_F(DatiDemo, OgniMovimentoHaLaRigaZeroELaChiusaDeiSuoiSegni)
 {
-    EXPECT_EQ(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM Distinte WHERE dstPrg NOT IN "
-                                         "('0', '1')")), 0);
+    EXPECT_EQ(N("SELECT COUNT(*) FROM Distinte WHERE dstPrg NOT IN ('0', '1')"), 0);
     // One row "0", at most one row "1", both with the same header and flag.
-    EXPECT_EQ(Conta(db(), QStringLiteral(
-                  "SELECT COUNT(*) FROM (SELECT dstCodice FROM Distinte GROUP BY dstCodice "
-                  "HAVING SUM(dstPrg = '0') <> 1 OR COUNT(*) > 2 OR COUNT(DISTINCT dstChiusa) > 1 "
-                  "OR COUNT(DISTINCT dstCliente) > 1 OR COUNT(DISTINCT dstData) > 1)")), 0);
-    EXPECT_GT(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM Distinte WHERE dstPrg = '1'")),
-              0);
+    EXPECT_EQ(N("SELECT COUNT(*) FROM (SELECT dstCodice FROM Distinte GROUP BY dstCodice "
+                "HAVING SUM(dstPrg = '0') <> 1 OR COUNT(*) > 2 OR COUNT(DISTINCT dstChiusa) > 1 "
+                "OR COUNT(DISTINCT dstCliente) > 1 OR COUNT(DISTINCT dstData) > 1)"), 0);
+    EXPECT_GT(N("SELECT COUNT(*) FROM Distinte WHERE dstPrg = '1'"), 0);
 
     // "S" exactly when no slice of either row holds the open mark, and the
     // mark only ever ends a slice.
@@ -226,7 +219,7 @@ TEST_F(DatiDemo, IMovimentiSempliciSonoCopiatiNelLibro04)
         ++copiati;
     }
     EXPECT_FALSE(quattro.next());
-    EXPECT_EQ(Conta(db(), QStringLiteral("SELECT MIN(dstCodice) FROM Distinte04")), 1);
+    EXPECT_EQ(N("SELECT MIN(dstCodice) FROM Distinte04"), 1);
 
     // The yearly balances: numbered from 800000001, in lire, on the first of
     // January of the year that their text names.
@@ -272,39 +265,34 @@ TEST_F(DatiDemo, IMovimentiRimandanoAlleTabelle)
                        "Codice) IS NOT 100"),
     };
     for (const QString &sql : orfani)
-        EXPECT_EQ(Conta(db(), sql), 0) << qPrintable(sql);
+        EXPECT_EQ(N(sql), 0) << qPrintable(sql);
 }
 
 TEST_F(DatiDemo, ClientiChiusiSquadreApostrofiEVisite)
 {
-    const qint64 clienti = Conta(db(), QStringLiteral("SELECT COUNT(*) FROM Clienti"));
+    const qint64 clienti = N("SELECT COUNT(*) FROM Clienti");
     EXPECT_GE(clienti, 200);
     EXPECT_LE(clienti, 500);
-    EXPECT_GT(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM Clienti WHERE CliCategoria = ?"),
-                    {QStringLiteral("ZZZZZ")}), 5);
-    EXPECT_GT(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM Clienti WHERE CliRagsoc LIKE ?"),
-                    {QStringLiteral("%'%")}), 0);
-    EXPECT_EQ(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM Clienti WHERE "
-                                         "LENGTH(CliRagsoc) > 35 OR CliRagsoc = ''")), 0);
-    EXPECT_EQ(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM Clienti WHERE CliSesso IN "
-                                         "('M', 'F') AND LENGTH(CliCodiceFiscale) <> 16")), 0);
+    EXPECT_GT(N("SELECT COUNT(*) FROM Clienti WHERE CliCategoria = 'ZZZZZ'"), 5);
+    EXPECT_GT(N("SELECT COUNT(*) FROM Clienti WHERE CliRagsoc LIKE ?", {"%'%"}), 0);
+    EXPECT_EQ(N("SELECT COUNT(*) FROM Clienti WHERE LENGTH(CliRagsoc) > 35 OR CliRagsoc = ''"),
+              0);
+    EXPECT_EQ(N("SELECT COUNT(*) FROM Clienti WHERE CliSesso IN ('M', 'F') AND "
+                "LENGTH(CliCodiceFiscale) <> 16"), 0);
 
     // A member's team number is in its extended name, and a number there
     // means membership of that team.
-    EXPECT_GT(Conta(db(), QStringLiteral("SELECT COUNT(DISTINCT Squadra) FROM Squadre")), 5);
-    EXPECT_EQ(Conta(db(), QStringLiteral(
-                  "SELECT COUNT(*) FROM Squadre s JOIN Clienti c ON c.CliCodice = s.Cliente "
-                  "WHERE TRIM(c.CliRagsocEstesa) <> CAST(s.Squadra AS TEXT)")), 0);
-    EXPECT_EQ(Conta(db(), QStringLiteral(
-                  "SELECT COUNT(*) FROM Clienti c WHERE CAST(c.CliRagsocEstesa AS INTEGER) > 0 "
-                  "AND NOT EXISTS (SELECT 1 FROM Squadre s WHERE s.Cliente = c.CliCodice)")), 0);
+    EXPECT_GT(N("SELECT COUNT(DISTINCT Squadra) FROM Squadre"), 5);
+    EXPECT_EQ(N("SELECT COUNT(*) FROM Squadre s JOIN Clienti c ON c.CliCodice = s.Cliente "
+                "WHERE TRIM(c.CliRagsocEstesa) <> CAST(s.Squadra AS TEXT)"), 0);
+    EXPECT_EQ(N("SELECT COUNT(*) FROM Clienti c WHERE CAST(c.CliRagsocEstesa AS INTEGER) > 0 "
+                "AND NOT EXISTS (SELECT 1 FROM Squadre s WHERE s.Cliente = c.CliCodice)"), 0);
 
     // The last visit on the card is the newest in the visits file, so that
     // loading a client finds nothing to correct.
-    EXPECT_GT(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM VisiteN")), clienti);
-    EXPECT_EQ(Conta(db(), QStringLiteral(
-                  "SELECT COUNT(*) FROM Clienti c WHERE c.CliUltimaVisita <> COALESCE((SELECT "
-                  "MAX(VsData) FROM VisiteN v WHERE v.VsCliente = c.CliCodice), 0)")), 0);
+    EXPECT_GT(N("SELECT COUNT(*) FROM VisiteN"), clienti);
+    EXPECT_EQ(N("SELECT COUNT(*) FROM Clienti c WHERE c.CliUltimaVisita <> COALESCE((SELECT "
+                "MAX(VsData) FROM VisiteN v WHERE v.VsCliente = c.CliCodice), 0)"), 0);
 }
 
 TEST_F(DatiDemo, CambiDellaLiraFissiEDelleAltreMensili)
@@ -316,10 +304,9 @@ TEST_F(DatiDemo, CambiDellaLiraFissiEDelleAltreMensili)
                      1936.27);
     // One dollar rate a month from January 1999 to the run date.
     const int mesi = (Oggi.year() - 1999) * 12 + Oggi.month();
-    EXPECT_EQ(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM TabCambi WHERE CmbMoneta = ?"),
-                    {QStringLiteral("USD")}), mesi);
-    EXPECT_EQ(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM TabCambi WHERE CmbValore <= 0 "
-                                         "OR CmbData > ?"), {GiornoDaData(Oggi)}), 0);
+    EXPECT_EQ(N("SELECT COUNT(*) FROM TabCambi WHERE CmbMoneta = 'USD'"), mesi);
+    EXPECT_EQ(N("SELECT COUNT(*) FROM TabCambi WHERE CmbValore <= 0 OR CmbData > ?",
+                {GiornoDaData(Oggi)}), 0);
     const double dollaro2008 = Valore(db(), QStringLiteral(
         "SELECT AVG(CmbValore) FROM TabCambi WHERE CmbMoneta = 'USD' AND CmbData BETWEEN ? AND ?"),
         {GiornoDaData(QDate(2008, 1, 1)), GiornoDaData(QDate(2008, 12, 31))}).toDouble();
@@ -333,14 +320,12 @@ TEST_F(DatiDemo, OgniTestoStaNellaSuaLarghezza)
         for (const Colonna &c : t.colonne) {
             if (c.tipo != Tipo::Testo)
                 continue;
-            EXPECT_EQ(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM \"%1\" WHERE "
-                                                 "LENGTH(\"%2\") > ?").arg(t.nome, c.nome),
-                            {c.larghezza}),
-                      0) << qPrintable(t.nome + "." + c.nome);
+            EXPECT_EQ(N(QStringLiteral("SELECT COUNT(*) FROM \"%1\" WHERE LENGTH(\"%2\") > ?")
+                            .arg(t.nome, c.nome), {c.larghezza}), 0)
+                << qPrintable(t.nome + "." + c.nome);
         }
     }
-    EXPECT_EQ(Conta(db(), QStringLiteral("SELECT COUNT(*) FROM TabProdotti WHERE "
-                                         "LENGTH(ISIN) <> 12")), 0);
+    EXPECT_EQ(N("SELECT COUNT(*) FROM TabProdotti WHERE LENGTH(ISIN) <> 12"), 0);
 }
 
 TEST(DatiDemoSemi, LoStessoSemeDaGliStessiDatiEUnAltroNo)

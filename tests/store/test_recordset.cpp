@@ -13,10 +13,8 @@ using namespace sorvane;
 using sorvane::prova::ProvaAccesso;
 
 namespace {
-using Recordsets = ProvaAccesso;
-}
 
-namespace {
+using Recordsets = ProvaAccesso;
 
 const QString Uguale = QStringLiteral("=");
 
@@ -104,18 +102,14 @@ TEST_F(Recordsets, SeekTrovaLaRigaGiustaPerOgniConfronto)
 
     // A prefix of the index: "=" and ">=" land on the first row of the code,
     // ">" skips all its rows, "<=" takes its last.
-    rs.Seek(Uguale, 90);
-    EXPECT_EQ(Chiave(rs), QStringLiteral("90/0"));
-    rs.Seek(QStringLiteral(">"), 90);
-    EXPECT_EQ(Chiave(rs), QStringLiteral("100/0"));
-    rs.Seek(QStringLiteral(">="), 95);
-    EXPECT_EQ(Chiave(rs), QStringLiteral("100/0"));
-    rs.Seek(QStringLiteral("<="), 90);
-    EXPECT_EQ(Chiave(rs), QStringLiteral("90/1"));
-    rs.Seek(QStringLiteral("<"), 90);
-    EXPECT_EQ(Chiave(rs), QStringLiteral("80/0"));
-    rs.Seek(QStringLiteral("<="), QVariantList{90, QStringLiteral("0")});
-    EXPECT_EQ(Chiave(rs), QStringLiteral("90/0"));
+    const struct { const char *op; QVariantList chiave; const char *atteso; } casi[] = {
+        {"=", {90}, "90/0"}, {">", {90}, "100/0"}, {">=", {95}, "100/0"},
+        {"<=", {90}, "90/1"}, {"<", {90}, "80/0"}, {"<=", {90, QStringLiteral("0")}, "90/0"}};
+    for (const auto &c : casi) {
+        SCOPED_TRACE(c.op);
+        rs.Seek(QString::fromLatin1(c.op), c.chiave);
+        EXPECT_EQ(Chiave(rs), QString::fromLatin1(c.atteso));
+    }
 
     // A walk goes on from where Seek landed, both ways.
     rs.Seek(Uguale, 90);

@@ -1,5 +1,4 @@
-#include "ProvaInsieme.h"
-#include "store/Transazione.h"
+#include "ProvaAccesso.h"
 
 #include <chrono>
 #include <future>
@@ -10,14 +9,12 @@ using namespace sorvane::prova;
 
 namespace {
 
-class Transazioni : public ProvaInsieme
+class Transazioni : public ProvaAccesso
 {
 protected:
     void SetUp() override
     {
-        ProvaInsieme::SetUp();
-        CreaTutti();
-        ASSERT_TRUE(ConnettiDatabase());
+        ProvaAccesso::SetUp();
         // Short waits: the other program of these tests holds on for good.
         ASSERT_TRUE(Esegui("PRAGMA busy_timeout = 50"));
     }
