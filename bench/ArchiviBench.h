@@ -12,10 +12,11 @@
 
 namespace sorvane::bench {
 
-template <typename Preparazione>
+// Applicazione is QApplication for the benches that open screens.
+template <typename Applicazione = QCoreApplication, typename Preparazione>
 int EseguiSuArchivi(int argc, char **argv, const char *nome, Preparazione prepara)
 {
-    QCoreApplication app(argc, argv);
+    Applicazione app(argc, argv);
     QTemporaryDir dir;
     if (!dir.isValid() || !prepara(dir)) {
         std::fprintf(stderr, "%s: the files could not be made\n", nome);

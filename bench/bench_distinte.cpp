@@ -3,6 +3,7 @@
 // already holds a busy office's movements. It must stay under a second.
 
 #include "bench/ArchiviBench.h"
+#include "bench/ArchiviDistinte.h"
 #include "distinte/Salvataggio.h"
 #include "frame/core/Impostazioni.h"
 #include "store/Connessione.h"
@@ -19,69 +20,9 @@
 #include <cstdio>
 
 using namespace sorvane;
+using namespace sorvane::bench;
 
 namespace {
-
-constexpr int MovimentiGiaSalvati = 50000;
-constexpr int MovimentiDellaDistinta = 400;
-
-bool CreaArchivio(Archivio a)
-{
-    const QString nome = QUuid::createUuid().toString();
-    bool ok = false;
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), nome);
-        db.setDatabaseName(PercorsoArchivio(a));
-        QString errore;
-        ok = db.open() && CreaSchema(db, a, QStringLiteral("main"), &errore);
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(nome);
-    return ok;
-}
-
-// Rows of a slip table, `movimenti` movements from number `primo` on.
-bool Riempi(const QString &tabella, int primo, int movimenti, bool marcate)
-{
-    QSqlQuery q(Db());
-    q.prepare(QStringLiteral("INSERT INTO %1 (dstCodice, dstPrg, dstDitta, dstData, "
-                             "dstCliente, dstCausale, dstMoneta, dstImporto, dstAssegno, "
-                             "dstBanca, dstSpeseUT, dstCodP0, dstCodP1, dstCodP2, dstCodP3, "
-                             "dstCodP4, dstChiusa) VALUES (?, ?, 'DITTA', ?, ?, '001', "
-                             "'EUR', ?, ' ', ' ', 0, ?, ?, ' ', ' ', ' ', ' ')")
-                  .arg(tabella));
-    const QString marca = marcate ? QStringLiteral("\n") : QString();
-    for (int i = 0; i < movimenti; ++i) {
-        for (int prg = 0; prg < (i % 4 == 3 ? 2 : 1); ++prg) {
-            q.addBindValue(primo + i);
-            q.addBindValue(QString::number(prg));
-            q.addBindValue(45000 + i % 300);
-            q.addBindValue(i % 3000);
-            q.addBindValue(100.0 + i);
-            q.addBindValue(QStringLiteral("PRODOTTO") + QString::number(i % 97) + marca);
-            q.addBindValue(QStringLiteral("ALTRO") + QString::number(i % 13) + marca);
-            if (!q.exec())
-                return false;
-        }
-    }
-    return true;
-}
-
-bool Prepara(const QTemporaryDir &dir)
-{
-    Impostazioni &imp = impostazioni();
-    imp.PathDati = QDir::toNativeSeparators(dir.path()) + QDir::separator();
-    imp.FileDati = imp.PathDati + NomeFile(Archivio::Dati);
-    imp.FileLavoro = imp.PathDati + NomeFile(Archivio::Lavoro);
-    imp.FileVisite = imp.PathDati + NomeFile(Archivio::Visite);
-    for (Archivio a : TuttiGliArchivi)
-        if (!CreaArchivio(a))
-            return false;
-    if (!ConnettiDatabase())
-        return false;
-    Transazione t;
-    return Riempi(QStringLiteral("Distinte"), 1, MovimentiGiaSalvati, true) && t.conferma();
-}
 
 void salvaDistinta(benchmark::State &state)
 {

@@ -6,11 +6,14 @@
 #include "distinte/InsDist.h"
 #include "distinte/ModelloBkDistinte.h"
 #include "frame/ui/Fine.h"
+#include "frame/ui/Documenti.h"
 #include "frame/ui/Modale.h"
 #include "lookup/Datario.h"
+#include "reports/Esporta.h"
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -19,6 +22,7 @@
 #include <QSqlRecord>
 #include <QTableView>
 #include <QTest>
+#include <QUrl>
 
 #include <memory>
 
@@ -345,6 +349,36 @@ TEST_F(ProvaInsDist, RigheRimasteEBottoniDellaMaschera)
     EXPECT_TRUE(s.Data1()->Query().contains(QStringLiteral("ORDER BY CliRagsoc DESC")));
     QTest::mousePress(testata->viewport(), Qt::LeftButton, {}, nome);
     EXPECT_TRUE(s.Data1()->Query().contains(QStringLiteral("ORDER BY CliRagsoc ASC")));
+}
+
+// The working rows go to the spreadsheet file of the screen, the open marks
+// left out, and the file is handed to the desktop's program.
+TEST_F(ProvaInsDist, EsportaLeRigheDiLavoro)
+{
+    Scrivi(QStringLiteral("INSERT INTO BkDistinte (dstCodice, dstPrg, dstData, dstCliente,"
+                          " dstCausale, dstMoneta, dstImporto, dstCodP0, dstDitta)"
+                          " VALUES (7, '0', ?, 13, '001', 'EUR', 10, ?, 'BETA FONDI')"),
+           {Oggi, QStringLiteral("X1") + A});
+    const QString primaTemp = impostazioni().PathTemp;
+    impostazioni().PathTemp = m_cartella.percorso() + QDir::separator();
+    QList<QUrl> aperti;
+    installaApriUrl([&aperti](const QUrl &u) {
+        aperti.append(u);
+        return true;
+    });
+    InsDist &s = Apri();
+    s.cmdExcel()->click();
+    installaApriUrl({});
+    impostazioni().PathTemp = primaTemp;
+
+    const QString file = m_cartella.file(QStringLiteral("EXPIDistinte.csv"));
+    ASSERT_EQ(aperti.size(), 1);
+    EXPECT_EQ(aperti.first().toLocalFile(), file);
+    const QString testo = QString::fromUtf8(m_cartella.leggi(QStringLiteral("EXPIDistinte.csv")));
+    EXPECT_TRUE(testo.contains(QStringLiteral("ROSSI MARTA;")));
+    EXPECT_TRUE(testo.contains(QStringLiteral("X1;")));
+    // Every field ends with ";": a mark kept would stand between code and ";".
+    EXPECT_FALSE(testo.contains(QStringLiteral("X1") + A));
 }
 
 TEST_F(ProvaInsDist, LUscitaChiudeIlProgrammaELeRigheRestano)

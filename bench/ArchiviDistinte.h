@@ -1,0 +1,80 @@
+#pragma once
+
+// A set of files in a temporary folder with a slip ledger of a busy office,
+// for the benches of the slip screens and their save.
+
+#include "frame/core/Impostazioni.h"
+#include "store/Connessione.h"
+#include "store/Schema.h"
+#include "store/Transazione.h"
+
+#include <QDir>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QUuid>
+
+namespace sorvane::bench {
+
+
+inline constexpr int MovimentiGiaSalvati = 50000;
+inline constexpr int MovimentiDellaDistinta = 400;
+
+inline bool CreaArchivio(Archivio a)
+{
+    const QString nome = QUuid::createUuid().toString();
+    bool ok = false;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), nome);
+        db.setDatabaseName(PercorsoArchivio(a));
+        QString errore;
+        ok = db.open() && CreaSchema(db, a, QStringLiteral("main"), &errore);
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(nome);
+    return ok;
+}
+
+// Rows of a slip table, `movimenti` movements from number `primo` on.
+inline bool Riempi(const QString &tabella, int primo, int movimenti, bool marcate)
+{
+    QSqlQuery q(Db());
+    q.prepare(QStringLiteral("INSERT INTO %1 (dstCodice, dstPrg, dstDitta, dstData, "
+                             "dstCliente, dstCausale, dstMoneta, dstImporto, dstAssegno, "
+                             "dstBanca, dstSpeseUT, dstCodP0, dstCodP1, dstCodP2, dstCodP3, "
+                             "dstCodP4, dstChiusa) VALUES (?, ?, 'DITTA', ?, ?, '001', "
+                             "'EUR', ?, ' ', ' ', 0, ?, ?, ' ', ' ', ' ', ' ')")
+                  .arg(tabella));
+    const QString marca = marcate ? QStringLiteral("\n") : QString();
+    for (int i = 0; i < movimenti; ++i) {
+        for (int prg = 0; prg < (i % 4 == 3 ? 2 : 1); ++prg) {
+            q.addBindValue(primo + i);
+            q.addBindValue(QString::number(prg));
+            q.addBindValue(45000 + i % 300);
+            q.addBindValue(i % 3000);
+            q.addBindValue(100.0 + i);
+            q.addBindValue(QStringLiteral("PRODOTTO") + QString::number(i % 97) + marca);
+            q.addBindValue(QStringLiteral("ALTRO") + QString::number(i % 13) + marca);
+            if (!q.exec())
+                return false;
+        }
+    }
+    return true;
+}
+
+inline bool Prepara(const QTemporaryDir &dir)
+{
+    Impostazioni &imp = impostazioni();
+    imp.PathDati = QDir::toNativeSeparators(dir.path()) + QDir::separator();
+    imp.FileDati = imp.PathDati + NomeFile(Archivio::Dati);
+    imp.FileLavoro = imp.PathDati + NomeFile(Archivio::Lavoro);
+    imp.FileVisite = imp.PathDati + NomeFile(Archivio::Visite);
+    for (Archivio a : TuttiGliArchivi)
+        if (!CreaArchivio(a))
+            return false;
+    if (!ConnettiDatabase())
+        return false;
+    Transazione t;
+    return Riempi(QStringLiteral("Distinte"), 1, MovimentiGiaSalvati, true) && t.conferma();
+}
+
+} // namespace sorvane::bench
