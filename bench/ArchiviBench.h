@@ -3,7 +3,13 @@
 // The main of a bench that works on a set of files made in a temporary
 // folder: prepares them, runs the benchmarks, closes the connection.
 
+#include "frame/core/Impostazioni.h"
 #include "store/Connessione.h"
+#include "store/Schema.h"
+
+#include <QDir>
+#include <QSqlDatabase>
+#include <QUuid>
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
@@ -11,6 +17,36 @@
 #include <cstdio>
 
 namespace sorvane::bench {
+
+// One file of the set, made with its whole schema.
+inline bool CreaArchivio(Archivio a)
+{
+    const QString nome = QUuid::createUuid().toString();
+    bool ok = false;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), nome);
+        db.setDatabaseName(PercorsoArchivio(a));
+        QString errore;
+        ok = db.open() && CreaSchema(db, a, QStringLiteral("main"), &errore);
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(nome);
+    return ok;
+}
+
+// The four files, empty, in the folder, and the program's connection on them.
+inline bool ApriArchiviVuoti(const QTemporaryDir &dir)
+{
+    Impostazioni &imp = impostazioni();
+    imp.PathDati = QDir::toNativeSeparators(dir.path()) + QDir::separator();
+    imp.FileDati = imp.PathDati + NomeFile(Archivio::Dati);
+    imp.FileLavoro = imp.PathDati + NomeFile(Archivio::Lavoro);
+    imp.FileVisite = imp.PathDati + NomeFile(Archivio::Visite);
+    for (Archivio a : TuttiGliArchivi)
+        if (!CreaArchivio(a))
+            return false;
+    return ConnettiDatabase();
+}
 
 // Applicazione is QApplication for the benches that open screens.
 template <typename Applicazione = QCoreApplication, typename Preparazione>

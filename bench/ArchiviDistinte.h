@@ -3,6 +3,7 @@
 // A set of files in a temporary folder with a slip ledger of a busy office,
 // for the benches of the slip screens and their save.
 
+#include "bench/ArchiviBench.h"
 #include "frame/core/Impostazioni.h"
 #include "store/Connessione.h"
 #include "store/Schema.h"
@@ -18,21 +19,6 @@ namespace sorvane::bench {
 
 inline constexpr int MovimentiGiaSalvati = 50000;
 inline constexpr int MovimentiDellaDistinta = 400;
-
-inline bool CreaArchivio(Archivio a)
-{
-    const QString nome = QUuid::createUuid().toString();
-    bool ok = false;
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), nome);
-        db.setDatabaseName(PercorsoArchivio(a));
-        QString errore;
-        ok = db.open() && CreaSchema(db, a, QStringLiteral("main"), &errore);
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(nome);
-    return ok;
-}
 
 // Rows of a slip table, `movimenti` movements from number `primo` on.
 inline bool Riempi(const QString &tabella, int primo, int movimenti, bool marcate)
@@ -63,15 +49,7 @@ inline bool Riempi(const QString &tabella, int primo, int movimenti, bool marcat
 
 inline bool Prepara(const QTemporaryDir &dir)
 {
-    Impostazioni &imp = impostazioni();
-    imp.PathDati = QDir::toNativeSeparators(dir.path()) + QDir::separator();
-    imp.FileDati = imp.PathDati + NomeFile(Archivio::Dati);
-    imp.FileLavoro = imp.PathDati + NomeFile(Archivio::Lavoro);
-    imp.FileVisite = imp.PathDati + NomeFile(Archivio::Visite);
-    for (Archivio a : TuttiGliArchivi)
-        if (!CreaArchivio(a))
-            return false;
-    if (!ConnettiDatabase())
+    if (!ApriArchiviVuoti(dir))
         return false;
     Transazione t;
     return Riempi(QStringLiteral("Distinte"), 1, MovimentiGiaSalvati, true) && t.conferma();

@@ -29,32 +29,9 @@ constexpr int Movimenti = 200000;
 // Codes 10, 20, ...; every fourth movement a switch with a second row.
 int Codice(int i) { return (i + 1) * 10; }
 
-bool CreaFile(Archivio a, const QString &file)
-{
-    const QString nome = QUuid::createUuid().toString();
-    bool ok = false;
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), nome);
-        db.setDatabaseName(file);
-        QString errore;
-        ok = db.open() && CreaSchema(db, a, QStringLiteral("main"), &errore);
-        db.close();
-    }
-    QSqlDatabase::removeDatabase(nome);
-    return ok;
-}
-
 bool Prepara(const QTemporaryDir &dir)
 {
-    Impostazioni &imp = impostazioni();
-    imp.PathDati = QDir::toNativeSeparators(dir.path()) + QDir::separator();
-    imp.FileDati = imp.PathDati + NomeFile(Archivio::Dati);
-    imp.FileLavoro = imp.PathDati + NomeFile(Archivio::Lavoro);
-    imp.FileVisite = imp.PathDati + NomeFile(Archivio::Visite);
-    for (Archivio a : TuttiGliArchivi)
-        if (!CreaFile(a, PercorsoArchivio(a)))
-            return false;
-    if (!ConnettiDatabase())
+    if (!bench::ApriArchiviVuoti(dir))
         return false;
     Transazione t;
     QSqlQuery q(Db());
