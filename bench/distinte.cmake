@@ -7,3 +7,7 @@ target_link_libraries(bench_distinte PRIVATE distinte_regole benchmark::benchmar
 # build/bench/bench_insdist (offscreen unless QT_QPA_PLATFORM says otherwise)
 add_executable(bench_insdist ${CMAKE_CURRENT_LIST_DIR}/bench_insdist.cpp)
 target_link_libraries(bench_insdist PRIVATE distinte_schermi benchmark::benchmark)
+
+# The management list and the slip print.
+include(${CMAKE_CURRENT_LIST_DIR}/gesdist.cmake OPTIONAL)
+include(${CMAKE_CURRENT_LIST_DIR}/stampadist.cmake OPTIONAL)

@@ -1,5 +1,6 @@
 #include "distinte/ModelloBkDistinte.h"
 
+#include "distinte/Gestione.h"
 #include "distinte/Movimento.h"
 #include "frame/core/Giorni.h"
 #include "frame/core/Valore.h"
@@ -53,24 +54,19 @@ QString QueryGrigliaBk()
 
 QString QueryOrdinataBk(int colonna, bool discendente)
 {
-    QString clausola;
-    QString coda = QStringLiteral(", dstData, dstCodice, dstPrg");
+    QString campo;
     switch (colonna) {
-    case ColData:
-        clausola = QStringLiteral(" ORDER BY dstData ");
-        coda = QStringLiteral(", dstCodice, dstPrg");
-        break;
-    case ColDitta: clausola = QStringLiteral(" ORDER BY dstDitta "); break;
-    case ColNominativo: clausola = QStringLiteral(" ORDER BY CliRagsoc "); break;
-    case ColCausale: clausola = QStringLiteral(" ORDER BY Descrizione "); break;
-    case ColImporto: clausola = QStringLiteral(" ORDER BY dstImporto "); break;
-    case ColAssegno: clausola = QStringLiteral(" ORDER BY dstAssegno "); break;
-    case ColBanca: clausola = QStringLiteral(" ORDER BY dstBanca "); break;
-    case ColSpese: clausola = QStringLiteral(" ORDER BY dstSpeseUT "); break;
+    case ColData: campo = QStringLiteral("dstData"); break;
+    case ColDitta: campo = QStringLiteral("dstDitta"); break;
+    case ColNominativo: campo = QStringLiteral("CliRagsoc"); break;
+    case ColCausale: campo = QStringLiteral("Descrizione"); break;
+    case ColImporto: campo = QStringLiteral("dstImporto"); break;
+    case ColAssegno: campo = QStringLiteral("dstAssegno"); break;
+    case ColBanca: campo = QStringLiteral("dstBanca"); break;
+    case ColSpese: campo = QStringLiteral("dstSpeseUT"); break;
     default: return {};
     }
-    return Campi + Origine + clausola
-           + (discendente ? QStringLiteral("DESC") : QStringLiteral("ASC")) + coda;
+    return Campi + Origine + OrdinePer(campo, discendente);
 }
 
 void DelegatoBkDistinte::initStyleOption(QStyleOptionViewItem *opzione,

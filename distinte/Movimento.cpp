@@ -238,9 +238,13 @@ EsitoChiusa AggiornaChiusa(Recordset &distinte, std::int32_t codice)
     if (!FetteChiuse(distinte))
         nuovo = Blank;
     esito.nuovo = nuovo;
-    ScriviChiusa(distinte, nuovo);
-    if (giro && Trova(distinte, codice, RigaGiro))
-        ScriviChiusa(distinte, nuovo);
+    bool scritto = ScriviChiusa(distinte, nuovo);
+    if (scritto && giro && Trova(distinte, codice, RigaGiro))
+        scritto = ScriviChiusa(distinte, nuovo);
+    if (!scritto) {
+        esito.errore = distinte.Errore();
+        distinte.CancelUpdate();
+    }
     return esito;
 }
 

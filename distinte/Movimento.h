@@ -97,6 +97,7 @@ struct EsitoChiusa
 {
     QString vecchio = QStringLiteral(" ");
     QString nuovo = QStringLiteral(" ");
+    QString errore; // the engine's words when a row could not be written
     bool cambiato() const { return vecchio != nuovo; }
 };
 

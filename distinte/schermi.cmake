@@ -8,5 +8,8 @@ add_library(distinte_schermi STATIC
 )
 target_include_directories(distinte_schermi PUBLIC ${SORVANE_ROOT})
 target_link_libraries(distinte_schermi PUBLIC
-    distinte_regole lookup reports frame_ui frame_main store_grid Qt6::Widgets)
+    distinte_regole lookup reports frame_ui frame_main store_grid
+    Qt6::Widgets)
 set_target_properties(distinte_schermi PROPERTIES AUTOMOC ON)
+# The management screen.
+include(${CMAKE_CURRENT_LIST_DIR}/gesdist.cmake OPTIONAL)
