@@ -8,7 +8,7 @@ add_library(distinte_schermi STATIC
 )
 target_include_directories(distinte_schermi PUBLIC ${SORVANE_ROOT})
 target_link_libraries(distinte_schermi PUBLIC
-    distinte_regole lookup reports frame_ui frame_main store_grid
+    distinte_regole distinte_stampa lookup reports frame_ui frame_main store_grid
     Qt6::Widgets)
 set_target_properties(distinte_schermi PROPERTIES AUTOMOC ON)
 # The management screen.
