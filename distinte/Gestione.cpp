@@ -24,18 +24,6 @@ const QString CampiGriglia = QStringLiteral(
 
 QString NomeFetta(int i) { return QStringLiteral("dstCodP") + QString::number(i); }
 
-// Trims blanks only: the open mark at the end of a slice is kept.
-QString TogliSpazi(const QString &testo)
-{
-    qsizetype inizio = 0;
-    qsizetype fine = testo.size();
-    while (inizio < fine && testo[inizio] == QLatin1Char(' '))
-        ++inizio;
-    while (fine > inizio && testo[fine - 1] == QLatin1Char(' '))
-        --fine;
-    return testo.mid(inizio, fine - inizio);
-}
-
 // The code a slice shows on the form: without its mark, trimmed.
 QString CodiceMostrato(const QString &fetta) { return TagliaMarca(fetta).trimmed(); }
 

@@ -59,6 +59,17 @@ bool ScriviRigaInTabella(Recordset &rs, const RigaDistinta &riga)
 
 } // namespace
 
+QString TogliSpazi(const QString &testo)
+{
+    qsizetype inizio = 0;
+    qsizetype fine = testo.size();
+    while (inizio < fine && testo[inizio] == QLatin1Char(' '))
+        ++inizio;
+    while (fine > inizio && testo[fine - 1] == QLatin1Char(' '))
+        --fine;
+    return testo.mid(inizio, fine - inizio);
+}
+
 QString TagliaMarca(const QString &fetta)
 {
     const qsizetype marca = fetta.indexOf(MarcaAperta);

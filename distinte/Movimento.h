@@ -23,6 +23,9 @@ inline const QString RigaPrincipale = QStringLiteral("0");
 inline const QString RigaGiro = QStringLiteral("1");
 inline const QString MovimentoChiuso = QStringLiteral("S");
 
+// Blanks off both ends and nothing else: the open mark at the end of a
+// slice stays where it is.
+QString TogliSpazi(const QString &testo);
 // The bare code: the slice cut at its first mark.
 QString TagliaMarca(const QString &fetta);
 bool HaMarca(const QString &fetta);

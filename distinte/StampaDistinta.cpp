@@ -25,19 +25,6 @@ QString Campo(int n) { return QStringLiteral("CCampo") + QString::number(n); }
 QString Numero(int n) { return QStringLiteral("CNumero") + QString::number(n); }
 QString Testa(int n) { return QStringLiteral("TCampo") + QString::number(n); }
 
-// Blanks off both ends, and nothing else: a product code may well hold
-// other characters that are part of it.
-QString SenzaSpazi(const QString &testo)
-{
-    qsizetype da = 0;
-    qsizetype a = testo.size();
-    while (da < a && testo.at(da) == QLatin1Char(' '))
-        ++da;
-    while (a > da && testo.at(a - 1) == QLatin1Char(' '))
-        --a;
-    return testo.mid(da, a - da);
-}
-
 // A slice as the slip prints it: an open code bare, a confirmed one with a
 // star after it, so that the firm sees at a glance what is still pending.
 QString FettaStampata(const QVariant &valore)
@@ -45,9 +32,9 @@ QString FettaStampata(const QVariant &valore)
     QString testo = TestoDaCampo(valore);
     if (HaMarca(testo))
         testo = TagliaMarca(testo);
-    else if (!SenzaSpazi(testo).isEmpty())
+    else if (!TogliSpazi(testo).isEmpty())
         testo += QLatin1Char('*');
-    return SenzaSpazi(testo);
+    return TogliSpazi(testo);
 }
 
 // Where the query's columns stand, looked up once for the whole run.
@@ -135,7 +122,7 @@ bool ScriviDitta(const QString &ditta, QVariantMap &testa, QString *errore)
                                         "SocProvincia"};
     for (int i = 0; i < 5; ++i)
         testa.insert(Testa(4 + i), Blank);
-    const QString nome = SenzaSpazi(ditta);
+    const QString nome = TogliSpazi(ditta);
     if (nome.isEmpty())
         return true;
     // The name goes bound: firms' names hold apostrophes and quotes.
