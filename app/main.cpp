@@ -1,3 +1,4 @@
+#include "distinte/GesDist.h"
 #include "distinte/InsDist.h"
 #include "frame/core/Locale.h"
 #include "frame/core/Messaggi.h"
@@ -22,6 +23,7 @@ int main(int argc, char **argv)
     const QString riga = QApplication::arguments().mid(1).join(QLatin1Char(' '));
     int esito = 0;
     sorvane::RegistraSchermo(0, [] { return new sorvane::InsDist; });
+    sorvane::RegistraSchermo(1, [] { return new sorvane::GesDist; });
     {
         sorvane::Startup cornice;
         // The client popup is made once at start, so the first lookup opens at once.

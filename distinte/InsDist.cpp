@@ -2,6 +2,8 @@
 
 #include "distinte/CampiInsDist.h"
 #include "distinte/ModelloBkDistinte.h"
+#include "distinte/ModelloDistinte.h"
+#include "distinte/SchermiDistinte.h"
 #include "distinte/Movimento.h"
 #include "frame/core/Messaggi.h"
 #include "frame/core/Sessione.h"
@@ -270,24 +272,7 @@ void InsDist::costruisciGriglia()
     m_grid->setObjectName(ChiaveGriglia);
     m_data1 = new ModelloBkDistinte(this);
     m_grid->setModel(m_data1);
-    m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_grid->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_grid->setAlternatingRowColors(false);
-    QPalette tavolozza = m_grid->palette();
-    tavolozza.setColor(QPalette::Base, Qt::white);
-    tavolozza.setColor(QPalette::Text, Qt::black);
-    tavolozza.setColor(QPalette::Highlight, QColor(0xDC, 0xE8, 0xF5));
-    tavolozza.setColor(QPalette::HighlightedText, Qt::black);
-    m_grid->setPalette(tavolozza);
-    m_grid->setItemDelegate(new DelegatoBkDistinte(m_grid));
-    m_grid->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
-    m_grid->verticalHeader()->setVisible(false);
-    m_grid->horizontalHeader()->setHighlightSections(false);
-    m_grid->horizontalHeader()->setStretchLastSection(true);
-    // A heading press sorts (see eventFilter); it selects no column.
-    m_grid->horizontalHeader()->setSectionsClickable(false);
-    m_grid->horizontalHeader()->viewport()->installEventFilter(this);
+    PreparaGrigliaDistinte(m_grid, new DelegatoDistinte(m_grid), this);
     connect(m_grid, &QTableView::doubleClicked, this,
             [this](const QModelIndex &i) { ApriMovimento(i.row()); });
 }

@@ -5,6 +5,7 @@
 
 #include "distinte/CampiInsDist.h"
 #include "distinte/Movimento.h"
+#include "distinte/SchermiDistinte.h"
 #include "frame/core/Campi.h"
 #include "frame/core/Impostazioni.h"
 #include "frame/core/Sessione.h"
@@ -42,28 +43,23 @@ int InsDist::indiceDi(QObject *oggetto) const
 
 bool InsDist::eventFilter(QObject *oggetto, QEvent *evento)
 {
-    if (oggetto == m_grid->horizontalHeader()->viewport()
-        && evento->type() == QEvent::MouseButtonPress) {
-        const auto *mouse = static_cast<QMouseEvent *>(evento);
-        const QPoint punto = mouse->position().toPoint();
-        const int colonna = m_grid->horizontalHeader()->logicalIndexAt(punto);
-        OrdinaColonna(colonna, mouse->button() != Qt::LeftButton);
+    if (OrdinaDaTestata(m_grid, oggetto, evento,
+                        [this](int colonna, bool giu) { OrdinaColonna(colonna, giu); }))
         return false;
-    }
     const int indice = indiceDi(oggetto);
     if (indice == 0)
         return QWidget::eventFilter(oggetto, evento);
-    switch (evento->type()) {
-    case QEvent::FocusIn:
+    switch (FuocoDi(evento)) {
+    case FuocoCampo::Entrato:
         fuocoEntrato(indice);
         break;
-    case QEvent::FocusOut: {
-        // A message box or a popup taking the focus is not a field left.
-        const Qt::FocusReason perche = static_cast<QFocusEvent *>(evento)->reason();
-        if (perche != Qt::ActiveWindowFocusReason && perche != Qt::PopupFocusReason)
-            fuocoUscito(indice);
+    case FuocoCampo::Lasciato:
+        fuocoUscito(indice);
+        break;
+    case FuocoCampo::Nessuno:
         break;
     }
+    switch (evento->type()) {
     case QEvent::KeyPress: {
         const auto *tasto = static_cast<QKeyEvent *>(evento);
         switch (tasto->key()) {

@@ -69,15 +69,6 @@ QString QueryOrdinataBk(int colonna, bool discendente)
     return Campi + Origine + OrdinePer(campo, discendente);
 }
 
-void DelegatoBkDistinte::initStyleOption(QStyleOptionViewItem *opzione,
-                                          const QModelIndex &indice) const
-{
-    QStyledItemDelegate::initStyleOption(opzione, indice);
-    if (indice.data(Qt::ForegroundRole).isValid())
-        opzione->palette.setBrush(QPalette::HighlightedText,
-                                  opzione->palette.brush(QPalette::Highlight));
-}
-
 ModelloBkDistinte::ModelloBkDistinte(QObject *padre) : QSqlQueryModel(padre) {}
 
 bool ModelloBkDistinte::Carica(const QString &query, QString *errore)

@@ -7,7 +7,6 @@
 
 #include <QSqlQueryModel>
 #include <QString>
-#include <QStyledItemDelegate>
 
 namespace sorvane {
 
@@ -35,17 +34,6 @@ QString QueryGrigliaBk();
 // with its tie-breaks; empty for a column that does not sort (the slices,
 // the row mark, the currency).
 QString QueryOrdinataBk(int colonna, bool discendente);
-
-// Keeps a hidden cell hidden on the selected row as well: its text takes
-// the selection's colour there.
-class DelegatoBkDistinte : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem *opzione, const QModelIndex &indice) const override;
-};
 
 class ModelloBkDistinte : public QSqlQueryModel
 {

@@ -1,0 +1,189 @@
+// The management list over a ledger of a million movements: the default
+// extraction (everything up to today, open ones) must show its first rows
+// at once, and confirming a code must refresh the list at once, the user's
+// place kept. The same with an index that serves the list's order, to see
+// what it is worth; the query plan of the extraction goes to stderr.
+
+#include "bench/ArchiviBench.h"
+#include "distinte/ControllaCampo.h"
+#include "distinte/GesDist.h"
+#include "distinte/ModelloDistinte.h"
+#include "frame/core/Sessione.h"
+#include "store/Transazione.h"
+
+#include <QApplication>
+#include <QSqlQuery>
+#include <QTableView>
+#include <benchmark/benchmark.h>
+#include <cstdio>
+#include <memory>
+
+using namespace sorvane;
+using namespace sorvane::bench;
+
+namespace {
+
+constexpr int Movimenti = 1000000;
+constexpr int Clienti = 3000;
+constexpr int Oggi = 45458; // 15/06/2024
+// Twenty years of slips, the newest today.
+constexpr int PrimoGiorno = Oggi - 7300;
+
+bool Esegui(QSqlQuery &q, const QVariantList &valori)
+{
+    for (int i = 0; i < valori.size(); ++i)
+        q.bindValue(i, valori[i]);
+    return q.exec();
+}
+
+// Every tenth movement a switch; every other one confirmed and closed.
+bool RiempiLedger()
+{
+    Transazione t;
+    QSqlQuery q(Db());
+    q.prepare(QStringLiteral("INSERT INTO Clienti (CliCodice, CliRagsoc, CliRagsocEstesa,"
+                             " CliCategoria) VALUES (?, ?, ' ', 'A')"));
+    for (int c = 1; c <= Clienti; ++c) {
+        if (!Esegui(q, {c, QStringLiteral("CLIENTE %1").arg(c, 5, 10, QLatin1Char('0'))}))
+            return false;
+    }
+    if (!q.exec(QStringLiteral("INSERT INTO DistCausali VALUES ('001', 'VERSAMENTO', '+')")))
+        return false;
+    q.prepare(QStringLiteral("INSERT INTO Distinte (dstCodice, dstPrg, dstDitta, dstData,"
+                             " dstCliente, dstCausale, dstMoneta, dstImporto, dstAssegno,"
+                             " dstBanca, dstSpeseUT, dstCodP0, dstCodP1, dstCodP2, dstCodP3,"
+                             " dstCodP4, dstChiusa) VALUES (?, ?, 'DITTA', ?, ?, '001', 'EUR',"
+                             " ?, ' ', ' ', 0, ?, ?, ' ', ' ', ' ', ?)"));
+    const QString marca = QStringLiteral("\n");
+    for (int i = 0; i < Movimenti; ++i) {
+        const bool aperto = i % 2 == 0;
+        const QString m = aperto ? marca : QString();
+        const int giorno = PrimoGiorno + int(qint64(i) * 7300 / Movimenti);
+        for (int prg = 0; prg < (i % 10 == 9 ? 2 : 1); ++prg) {
+            if (!Esegui(q, {i + 1, QString::number(prg), giorno, 1 + i % Clienti, 100.0 + i,
+                            QStringLiteral("PROD") + QString::number(i % 97) + m,
+                            QStringLiteral("ALTRO") + QString::number(i % 13) + m,
+                            aperto ? QStringLiteral(" ") : QStringLiteral("S")}))
+                return false;
+        }
+    }
+    return t.conferma();
+}
+
+bool Prepara(const QTemporaryDir &dir)
+{
+    sessione().OggiTesto = QStringLiteral("15/06/2024");
+    sessione().ModoProva = true;
+    return ApriArchiviVuoti(dir) && RiempiLedger();
+}
+
+void Indice(bool conIndice)
+{
+    QSqlQuery q(Db());
+    q.exec(conIndice ? QStringLiteral("CREATE INDEX IF NOT EXISTS dati.bench_ordine"
+                                      " ON Distinte (dstData, dstCodice, dstPrg)")
+                     : QStringLiteral("DROP INDEX IF EXISTS dati.bench_ordine"));
+}
+
+void Piano(GesDist &schermo, const char *titolo)
+{
+    QSqlQuery q(Db());
+    q.prepare(QStringLiteral("EXPLAIN QUERY PLAN ") + schermo.Data1()->Query());
+    for (const QVariant &v : schermo.UltimaCondizione().parametri)
+        q.addBindValue(v);
+    q.exec();
+    std::fprintf(stderr, "%s\n", titolo);
+    while (q.next())
+        std::fprintf(stderr, "  %s\n", qPrintable(q.value(3).toString()));
+}
+
+std::unique_ptr<GesDist> Schermo()
+{
+    auto s = std::make_unique<GesDist>();
+    s->resize(1220, 720);
+    s->show();
+    QApplication::processEvents();
+    return s;
+}
+
+// (a) ESTRAI over the default filter, the first rows painted.
+void estraiTutto(benchmark::State &state)
+{
+    Indice(state.range(0) != 0);
+    const std::unique_ptr<GesDist> s = Schermo();
+    for (auto _ : state) {
+        s->EstraiDistinte();
+        s->TDBGrid1()->viewport()->repaint();
+        benchmark::DoNotOptimize(s->Data1()->rowCount());
+    }
+    Piano(*s, state.range(0) != 0 ? "plan, with the index:" : "plan, schema as it is:");
+    state.counters["righe"] = s->Data1()->rowCount();
+}
+BENCHMARK(estraiTutto)->Arg(0)->Arg(1)->ArgName("indice")->Unit(benchmark::kMillisecond)
+    ->Iterations(5);
+
+// A heading pressed: the whole extraction sorted by another column.
+void ordinaPerNome(benchmark::State &state)
+{
+    const std::unique_ptr<GesDist> s = Schermo();
+    s->EstraiDistinte();
+    bool discendente = false;
+    for (auto _ : state) {
+        s->OrdinaColonna(GesNominativo, discendente);
+        s->TDBGrid1()->viewport()->repaint();
+        discendente = !discendente;
+    }
+}
+BENCHMARK(ordinaPerNome)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+// (b) A double click on an open code of a movement with two: the mark
+// goes (or comes back), the list is refreshed at the same place.
+void confermaCodice(benchmark::State &state)
+{
+    Indice(state.range(0) != 0);
+    const std::unique_ptr<GesDist> s = Schermo();
+    s->EstraiDistinte();
+    const int riga = 200;
+    s->Data1()->CaricaFinoA(riga);
+    s->TDBGrid1()->setCurrentIndex(s->Data1()->index(riga, GesPrimoCodice));
+    for (auto _ : state) {
+        s->DoppioClick(riga, GesPrimoCodice);
+        s->TDBGrid1()->viewport()->repaint();
+    }
+    state.counters["riga"] = s->TDBGrid1()->currentIndex().row();
+}
+BENCHMARK(confermaCodice)->Arg(0)->Arg(1)->ArgName("indice")->Unit(benchmark::kMillisecond)
+    ->Iterations(20);
+
+// (b') The movement's last open code: it closes, and the extraction runs
+// again so that it leaves the list.
+void chiudiMovimento(benchmark::State &state)
+{
+    Indice(state.range(0) != 0);
+    const std::unique_ptr<GesDist> s = Schermo();
+    s->EstraiDistinte();
+    for (auto _ : state) {
+        state.PauseTiming();
+        // The first movement of the list, both codes open but the first.
+        const std::int32_t codice = s->Data1()->Codice(0);
+        QSqlQuery q(Db());
+        q.exec(QStringLiteral("UPDATE Distinte SET dstCodP0 = trim(dstCodP0, char(10))"
+                              " WHERE dstCodice = %1").arg(codice));
+        q.exec(QStringLiteral("DELETE FROM Distinte WHERE dstCodice = %1 AND dstPrg = '1'")
+                   .arg(codice));
+        state.ResumeTiming();
+        s->DoppioClick(0, GesPrimoCodice + 1);
+        s->TDBGrid1()->viewport()->repaint();
+    }
+}
+BENCHMARK(chiudiMovimento)->Arg(0)->Arg(1)->ArgName("indice")->Unit(benchmark::kMillisecond)
+    ->Iterations(10);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    return EseguiSuArchivi<QApplication>(argc, argv, "bench_gesdist", Prepara);
+}

@@ -1,0 +1,468 @@
+#include "distinte/GesDist.h"
+
+#include "distinte/CampiInsDist.h"
+#include "distinte/ModelloDistinte.h"
+#include "distinte/SchermiDistinte.h"
+#include "frame/core/Sessione.h"
+#include "frame/ui/Fine.h"
+#include "frame/ui/Finestra.h"
+#include "lookup/SceltaCliente.h"
+#include "store/Connessione.h"
+#include "store/Griglie.h"
+#include "store/Tabelle.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSqlQuery>
+#include <QTableView>
+#include <QTimer>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace sorvane {
+
+namespace {
+
+// The entry screen keeps its own widths under its grid's name.
+const QString ChiaveGriglia = QStringLiteral("GesDistTDBGrid1");
+
+// Characters a field holds (0: no limit) and the width it is drawn for.
+struct Misura
+{
+    int lunghezza;
+    int caratteri;
+};
+
+Misura MisuraCampo(int indice)
+{
+    if (indice >= CampoPrimoProdotto && indice <= CampoUltimoGiro)
+        return {14, 8}; // a product code: the mark takes the fifteenth
+    switch (indice) {
+    case CampoGiorno:
+    case CampoMese:
+    case CampoGiornoDal:
+    case CampoMeseDal:
+    case CampoGiornoAl:
+    case CampoMeseAl: return {2, 3};
+    case CampoAnno:
+    case CampoAnnoDal:
+    case CampoAnnoAl: return {4, 5};
+    case CampoCodiceCliente:
+    case CampoCodiceFiltro: return {8, 6};
+    case CampoNomeCliente:
+    case CampoNomeFiltro: return {35, 28};
+    case CampoCausale:
+    case CampoMoneta: return {3, 5};
+    case CampoImporto: return {0, 13};
+    case CampoAssegno: return {15, 11};
+    default: return {0, 9}; // expenses
+    }
+}
+
+bool CampoNumerico(int indice)
+{
+    return indice <= CampoAnno || indice == CampoCodiceCliente || indice == CampoImporto
+           || indice == CampoSpese || (indice >= CampoGiornoDal && indice <= CampoCodiceFiltro);
+}
+
+QLabel *Etichetta(const QString &testo, QWidget *padre)
+{
+    auto *l = new QLabel(testo, padre);
+    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return l;
+}
+
+QHBoxLayout *InFila(std::initializer_list<QWidget *> widget, bool spinta = true)
+{
+    auto *r = new QHBoxLayout;
+    r->setSpacing(6);
+    for (QWidget *w : widget)
+        r->addWidget(w);
+    if (spinta)
+        r->addStretch(1);
+    return r;
+}
+
+QPushButton *Pulsante(const QString &testo, const QString &nome, QWidget *padre)
+{
+    auto *b = new QPushButton(testo, padre);
+    b->setObjectName(nome);
+    b->setMinimumWidth(110);
+    b->setAutoDefault(false);
+    // A hidden button keeps its place, so that the row does not jump.
+    QSizePolicy p = b->sizePolicy();
+    p.setRetainSizeWhenHidden(true);
+    b->setSizePolicy(p);
+    return b;
+}
+
+} // namespace
+
+PulsanteSpin::PulsanteSpin(QWidget *padre) : QWidget(padre)
+{
+    auto *colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(0, 0, 0, 0);
+    colonna->setSpacing(0);
+    const int alto = fontMetrics().height() / 2 + 3;
+    for (Qt::ArrowType verso : {Qt::UpArrow, Qt::DownArrow}) {
+        auto *b = new QToolButton(this);
+        b->setArrowType(verso);
+        b->setAutoRepeat(true);
+        b->setFocusPolicy(Qt::NoFocus);
+        b->setFixedSize(18, alto);
+        colonna->addWidget(b);
+        connect(b, &QToolButton::clicked, this,
+                [this, verso] { emit passo(verso == Qt::UpArrow ? 1 : -1); });
+        (verso == Qt::UpArrow ? m_su : m_giu) = b;
+    }
+}
+
+GesDist::GesDist(QWidget *padre) : QWidget(padre)
+{
+    setObjectName(QStringLiteral("GesDist"));
+    setWindowTitle(QStringLiteral("GESTIONE DISTINTA DOCUMENTI"));
+    costruisci();
+    // The design size: the whole list in view on a common screen.
+    resize(1220, 720);
+    carica();
+}
+
+GesDist::~GesDist()
+{
+    delete m_controllo;
+    delete m_campi;
+}
+
+void GesDist::costruisci()
+{
+    m_txt.append(nullptr);
+    for (int i = 1; i <= CampoNomeFiltro; ++i)
+        m_txt.append(nullptr);
+    auto *colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(10, 10, 10, 10);
+    colonna->setSpacing(8);
+    colonna->addWidget(costruisciModifica());
+    colonna->addWidget(costruisciLista(), 1);
+
+    installaSchermo();
+    ordineTab();
+
+    m_campi = new CampiInsDist(m_txt, this);
+    m_controllo = new ControlloCampi(*m_campi);
+    m_controllo->ricerca.CercaNomi = [](const QString &nome) { return int(CercaClienti(nome)); };
+    m_controllo->ricerca.MostraLista = [](int sinistra, int alto) {
+        return MostraClienti(sinistra, alto);
+    };
+}
+
+QLineEdit *GesDist::nuovoCampo(int indice, QWidget *padre)
+{
+    auto *campo = new QLineEdit(padre);
+    campo->setObjectName(QStringLiteral("txt%1").arg(indice));
+    const Misura m = MisuraCampo(indice);
+    if (m.lunghezza > 0)
+        campo->setMaxLength(m.lunghezza);
+    campo->setFixedWidth(m.caratteri * fontMetrics().horizontalAdvance(QLatin1Char('M')) + 8);
+    if (CampoNumerico(indice))
+        campo->setAlignment(Qt::AlignRight);
+    campo->installEventFilter(this);
+    m_txt[indice] = campo;
+    return campo;
+}
+
+QWidget *GesDist::costruisciLista()
+{
+    m_pctLista = new QWidget(this);
+    m_pctLista->setObjectName(QStringLiteral("pctLista"));
+    auto *colonna = new QVBoxLayout(m_pctLista);
+    colonna->setContentsMargins(0, 0, 0, 0);
+    colonna->setSpacing(8);
+    colonna->addWidget(costruisciFiltri());
+    colonna->addWidget(costruisciPulsanti());
+    costruisciGriglia();
+    colonna->addWidget(m_grid, 1);
+    return m_pctLista;
+}
+
+QWidget *GesDist::costruisciFiltri()
+{
+    auto *riquadro = new QFrame(m_pctLista);
+    riquadro->setFrameShape(QFrame::StyledPanel);
+    auto *g = new QGridLayout(riquadro);
+    g->setContentsMargins(10, 8, 10, 8);
+    g->setHorizontalSpacing(6);
+    g->setVerticalSpacing(6);
+    for (int i = CampoGiornoDal; i <= CampoNomeFiltro; ++i)
+        nuovoCampo(i, riquadro);
+    m_spin1 = new PulsanteSpin(riquadro);
+    m_spin1->setObjectName(QStringLiteral("SpinButton1"));
+    m_spin2 = new PulsanteSpin(riquadro);
+    m_spin2->setObjectName(QStringLiteral("SpinButton2"));
+    m_cmdData = new QPushButton(QStringLiteral("..."), riquadro);
+    m_cmdData->setObjectName(QStringLiteral("cmdData"));
+    m_cmdData->setToolTip(QStringLiteral("Calendario"));
+    m_cmdData->setFixedWidth(3 * fontMetrics().horizontalAdvance(QLatin1Char('M')));
+    m_cmdData->setFocusPolicy(Qt::NoFocus);
+    m_cmbSoc1 = new QComboBox(riquadro);
+    m_cmbSoc1->setObjectName(QStringLiteral("cmbSoc_1"));
+    m_cmbSoc1->setMinimumWidth(22 * fontMetrics().horizontalAdvance(QLatin1Char('M')));
+    m_check1 = new QCheckBox(QStringLiteral("Anche chiusi"), riquadro);
+    m_check1->setObjectName(QStringLiteral("Check1"));
+
+    g->addWidget(Etichetta(QStringLiteral("Dal "), riquadro), 0, 0);
+    g->addLayout(InFila({m_txt[21], m_txt[22], m_txt[23], m_spin1, m_cmdData}), 0, 1);
+    g->addWidget(Etichetta(QStringLiteral("al "), riquadro), 0, 2);
+    g->addLayout(InFila({m_txt[24], m_txt[25], m_txt[26], m_spin2}), 0, 3);
+    g->addWidget(Etichetta(QStringLiteral("Cliente"), riquadro), 0, 4);
+    g->addLayout(InFila({m_txt[27], m_txt[28]}), 0, 5);
+    g->addWidget(Etichetta(QStringLiteral("Ditta"), riquadro), 1, 0);
+    g->addLayout(InFila({m_cmbSoc1}), 1, 1, 1, 3);
+    g->addLayout(InFila({m_check1}), 1, 5);
+    g->setColumnStretch(5, 1);
+    g->setColumnMinimumWidth(2, 4 * fontMetrics().horizontalAdvance(QLatin1Char('M')));
+
+    connect(m_spin1, &PulsanteSpin::passo, this, [this](int giorni) {
+        AggiornaSpin(CampoGiornoDal, CampoMeseDal, CampoAnnoDal, giorni);
+    });
+    connect(m_spin2, &PulsanteSpin::passo, this, [this](int giorni) {
+        AggiornaSpin(CampoGiornoAl, CampoMeseAl, CampoAnnoAl, giorni);
+    });
+    connect(m_cmdData, &QPushButton::clicked, this, &GesDist::ScegliData);
+    connect(m_check1, &QCheckBox::clicked, this, &GesDist::EstraiDistinte);
+    connect(m_cmbSoc1, &QComboBox::activated, this, [this](int indice) {
+        if (indice == m_indiceDitta)
+            return;
+        m_indiceDitta = indice;
+        EstraiDistinte();
+    });
+    return riquadro;
+}
+
+QWidget *GesDist::costruisciPulsanti()
+{
+    auto *riquadro = new QWidget(m_pctLista);
+    auto *r = new QHBoxLayout(riquadro);
+    r->setContentsMargins(0, 0, 0, 0);
+    r->setSpacing(8);
+    const QStringList titoli = {QStringLiteral("&USCITA"), QStringLiteral("&ESTRAI"),
+                                QStringLiteral("&STAMPA")};
+    for (int i = 0; i < titoli.size(); ++i)
+        m_command1.append(Pulsante(titoli[i], QStringLiteral("Command1_%1").arg(i), riquadro));
+    m_cmdExcel = Pulsante(QStringLiteral("&EXCEL"), QStringLiteral("cmdExcel"), riquadro);
+    r->addWidget(m_command1[1]);
+    r->addWidget(m_command1[2]);
+    r->addWidget(m_cmdExcel);
+    r->addStretch(1);
+    r->addWidget(m_command1[0]);
+
+    connect(m_command1[0], &QPushButton::clicked, this, &QWidget::close);
+    connect(m_command1[1], &QPushButton::clicked, this, &GesDist::EstraiDistinte);
+    connect(m_command1[2], &QPushButton::clicked, this, &GesDist::Stampa);
+    connect(m_cmdExcel, &QPushButton::clicked, this, &GesDist::Esporta);
+    return riquadro;
+}
+
+QWidget *GesDist::costruisciModifica()
+{
+    auto *riquadro = new QFrame(this);
+    m_pctMod = riquadro;
+    riquadro->setObjectName(QStringLiteral("pctMod"));
+    riquadro->setFrameShape(QFrame::StyledPanel);
+    riquadro->setAutoFillBackground(true);
+    auto *g = new QGridLayout(riquadro);
+    g->setContentsMargins(10, 8, 10, 8);
+    g->setHorizontalSpacing(6);
+    g->setVerticalSpacing(6);
+    for (int i = CampoGiorno; i <= CampoSpese; ++i)
+        nuovoCampo(i, riquadro);
+    const int m = fontMetrics().horizontalAdvance(QLatin1Char('M'));
+    m_label2 = new QLabel(QStringLiteral("MODIFICA MOVIMENTO "), riquadro);
+    QFont grassetto = m_label2->font();
+    grassetto.setBold(true);
+    m_label2->setFont(grassetto);
+    m_cmbSoc0 = new QComboBox(riquadro);
+    m_cmbSoc0->setObjectName(QStringLiteral("cmbSoc_0"));
+    m_cmbSoc0->setMinimumWidth(22 * m);
+    m_cmbBanca = new QComboBox(riquadro);
+    m_cmbBanca->setObjectName(QStringLiteral("cmbBanca"));
+    m_cmbBanca->setMinimumWidth(10 * m);
+    m_cauDes = new QLabel(riquadro);
+    m_cauDes->setObjectName(QStringLiteral("CauDes"));
+    m_cauDes->setMinimumWidth(24 * m);
+    m_cmdMOD = Pulsante(QStringLiteral("&CONFERMA"), QStringLiteral("cmdMOD"), riquadro);
+    m_cmdDEL = Pulsante(QStringLiteral("&ELIMINA"), QStringLiteral("cmdDEL"), riquadro);
+    m_cndEND = Pulsante(QStringLiteral("&USCITA"), QStringLiteral("cndEND"), riquadro);
+
+    g->addWidget(m_label2, 0, 0, 1, 4);
+    g->addWidget(Etichetta(QStringLiteral("Data"), riquadro), 1, 0);
+    g->addLayout(InFila({m_txt[1], m_txt[2], m_txt[3]}), 1, 1);
+    g->addWidget(Etichetta(QStringLiteral("Ditta"), riquadro), 1, 2);
+    g->addLayout(InFila({m_cmbSoc0}), 1, 3);
+    g->addWidget(Etichetta(QStringLiteral("Cliente"), riquadro), 2, 0);
+    g->addLayout(InFila({m_txt[4], m_txt[5]}), 2, 1, 1, 3);
+    g->addWidget(Etichetta(QStringLiteral("Caus."), riquadro), 3, 0);
+    g->addLayout(InFila({m_txt[6], m_cauDes}), 3, 1, 1, 3);
+    g->addWidget(Etichetta(QStringLiteral("Prod."), riquadro), 4, 0);
+    g->addLayout(InFila({m_txt[7], m_txt[8], m_txt[9], m_txt[10], m_txt[11]}), 4, 1, 1, 3);
+    g->addWidget(Etichetta(QStringLiteral("Giro"), riquadro), 5, 0);
+    g->addLayout(InFila({m_txt[12], m_txt[13], m_txt[14], m_txt[15], m_txt[16]}), 5, 1, 1, 3);
+    g->addWidget(Etichetta(QStringLiteral("Imp."), riquadro), 6, 0);
+    auto *importi = InFila({m_txt[17], m_txt[18]}, false);
+    for (auto [testo, w] : {std::pair{QStringLiteral("Ass."), static_cast<QWidget *>(m_txt[19])},
+                            std::pair{QStringLiteral("Spese UT"),
+                                      static_cast<QWidget *>(m_txt[20])},
+                            std::pair{QStringLiteral("Banca"),
+                                      static_cast<QWidget *>(m_cmbBanca)}}) {
+        importi->addSpacing(m);
+        importi->addWidget(Etichetta(testo, riquadro));
+        importi->addWidget(w);
+    }
+    importi->addStretch(1);
+    g->addLayout(importi, 6, 1, 1, 3);
+    auto *pulsanti = new QVBoxLayout;
+    pulsanti->setSpacing(8);
+    pulsanti->addWidget(m_cmdMOD);
+    pulsanti->addWidget(m_cmdDEL);
+    pulsanti->addStretch(1);
+    pulsanti->addWidget(m_cndEND);
+    g->addLayout(pulsanti, 1, 4, 6, 1);
+    g->setColumnStretch(3, 1);
+
+    connect(m_cmdMOD, &QPushButton::clicked, this, &GesDist::Conferma);
+    connect(m_cmdDEL, &QPushButton::clicked, this, &GesDist::Elimina);
+    connect(m_cndEND, &QPushButton::clicked, this, &GesDist::Annulla);
+    return riquadro;
+}
+
+void GesDist::costruisciGriglia()
+{
+    m_grid = new QTableView(m_pctLista);
+    m_grid->setObjectName(QStringLiteral("TDBGrid1"));
+    m_data1 = new ModelloDistinte(this);
+    m_grid->setModel(m_data1);
+    PreparaGrigliaDistinte(m_grid, new DelegatoDistinte(m_grid), this);
+    connect(m_grid, &QTableView::doubleClicked, this,
+            [this](const QModelIndex &i) { DoppioClick(i.row(), i.column()); });
+
+    // Design widths, in characters, before the remembered ones.
+    const int c = fontMetrics().horizontalAdvance(QLatin1Char('0'));
+    const int larghezze[ColonneGestione] = {6, 1, 10, 22, 7, 7, 7, 7, 7, 15, 3, 12, 10, 9, 6, 8};
+    for (int i = 0; i < ColonneGestione; ++i)
+        m_grid->setColumnWidth(i, larghezze[i] * c + 10);
+}
+
+void GesDist::ordineTab()
+{
+    // The firm after the movement's date, the bank after the expenses; in the
+    // filter, the client's name leads to the extraction.
+    QList<QWidget *> ordine;
+    for (int i = CampoGiorno; i <= CampoSpese; ++i) {
+        ordine.append(m_txt[i]);
+        if (i == CampoAnno)
+            ordine.append(m_cmbSoc0);
+    }
+    ordine << m_cmbBanca << m_cmdMOD << m_cmdDEL << m_cndEND;
+    for (int i = CampoGiornoDal; i <= CampoNomeFiltro; ++i)
+        ordine.append(m_txt[i]);
+    ordine << m_command1[1] << m_command1[2] << m_cmdExcel << m_command1[0] << m_cmbSoc1
+           << m_check1 << m_grid;
+    for (int i = 1; i < ordine.size(); ++i)
+        setTabOrder(ordine[i - 1], ordine[i]);
+}
+
+void GesDist::carica()
+{
+    Sessione &s = sessione();
+    s.CodiceStop = 0;
+    ApriDistinte();
+    if (s.CodiceStop == 0)
+        ApriDistinte04();
+    const std::int16_t fermo = s.CodiceStop;
+    caricaCombo();
+    PulisciFiltri();
+    m_pctMod->hide();
+    m_pctLista->setEnabled(true);
+    m_command1[2]->hide();
+    m_cmdExcel->hide();
+    CaricaLayoutGriglia(m_grid, ChiaveGriglia, 0);
+    m_larghezze = true;
+    s.CodiceStop = fermo;
+}
+
+void GesDist::caricaCombo()
+{
+    auto riempi = [](QComboBox *combo, const QString &sql, const QString &campo, bool vuoto) {
+        combo->clear();
+        if (vuoto)
+            combo->addItem(QString());
+        QSqlQuery q(DbDati());
+        if (!q.exec(sql))
+            return;
+        while (q.next())
+            combo->addItem(q.value(campo).toString().trimmed());
+    };
+    const QString societa = QStringLiteral("SELECT * FROM Societa ORDER BY SocNome");
+    riempi(m_cmbSoc0, societa, QStringLiteral("SocNome"), false);
+    riempi(m_cmbSoc1, societa, QStringLiteral("SocNome"), true);
+    // A blank first bank, so that a movement's bank can be taken away.
+    riempi(m_cmbBanca, QStringLiteral("SELECT * FROM DistBanche ORDER BY CodBanca"),
+           QStringLiteral("CodBanca"), true);
+}
+
+void GesDist::PulisciFiltri()
+{
+    sessione().CodiceStop = 0;
+    for (int i = CampoMese; i <= CampoNomeFiltro; ++i)
+        m_txt[i]->setText(QStringLiteral(" "));
+    const QString oggi = sessione().OggiTesto;
+    m_txt[CampoGiornoAl]->setText(oggi.mid(0, 2));
+    m_txt[CampoMeseAl]->setText(oggi.mid(3, 2));
+    m_txt[CampoAnnoAl]->setText(oggi.right(4));
+    m_cmbSoc1->setCurrentIndex(0);
+    m_indiceDitta = 0;
+    m_controllo->ClienteCorrente = 0;
+}
+
+void GesDist::AggiornaPulsanti()
+{
+    const bool righe = m_data1->rowCount() >= 1;
+    m_command1[2]->setVisible(righe);
+    m_cmdExcel->setVisible(righe);
+}
+
+void GesDist::showEvent(QShowEvent *evento)
+{
+    QWidget::showEvent(evento);
+    if (m_attivato)
+        return;
+    m_attivato = true;
+    // The window state once the screen stands in its frame.
+    RipristinaFinestra(this);
+    // A load that failed does not leave the screen on view.
+    if (!tabelle().RsDistinte.IsOpen()) {
+        QTimer::singleShot(0, this, &QWidget::close);
+        return;
+    }
+    QTimer::singleShot(0, this, [this] { vaiA(CampoGiornoDal); });
+}
+
+void GesDist::closeEvent(QCloseEvent *evento)
+{
+    tabelle().RsDistinte.Close();
+    tabelle().RsDistinte04.Close();
+    if (m_larghezze)
+        SalvaLayoutGriglia(m_grid, ChiaveGriglia, 0);
+    SalvaFinestra(this);
+    evento->accept();
+    if (!sessione().ModoProva)
+        FineProgramma();
+}
+
+} // namespace sorvane

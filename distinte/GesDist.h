@@ -1,0 +1,196 @@
+#pragma once
+
+// GesDist, the management of saved slips: the list of `Distinte` by period,
+// client and firm, sorted by a heading, where a double click on a product
+// code confirms it (or reopens it) and on any other cell opens the movement
+// for a change or a delete. A movement whose codes are all confirmed is
+// closed and leaves a list of open ones at once.
+
+#include "distinte/Gestione.h"
+#include "distinte/Movimento.h"
+
+#include <QList>
+#include <QWidget>
+#include <cstdint>
+#include <optional>
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTableView;
+class QToolButton;
+
+namespace sorvane {
+
+class CampiInsDist;
+class ModelloDistinte;
+class Schermo;
+struct ControlloCampi;
+
+// The two small arrows beside a date: up a day, down a day.
+class PulsanteSpin : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit PulsanteSpin(QWidget *padre = nullptr);
+    QToolButton *su() const { return m_su; }
+    QToolButton *giu() const { return m_giu; }
+
+signals:
+    void passo(int giorni);
+
+private:
+    QToolButton *m_su;
+    QToolButton *m_giu;
+};
+
+class GesDist : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit GesDist(QWidget *padre = nullptr);
+    ~GesDist() override;
+
+    // The list panel: 0 exit, 1 extract, 2 print.
+    QPushButton *Command1(int indice) const { return m_command1.value(indice); }
+    QPushButton *cmdExcel() const { return m_cmdExcel; }
+    QPushButton *cmdData() const { return m_cmdData; }
+    QCheckBox *Check1() const { return m_check1; }
+    PulsanteSpin *SpinButton1() const { return m_spin1; }
+    PulsanteSpin *SpinButton2() const { return m_spin2; }
+    // The change form.
+    QPushButton *cmdMOD() const { return m_cmdMOD; }
+    QPushButton *cmdDEL() const { return m_cmdDEL; }
+    QPushButton *cndEND() const { return m_cndEND; }
+    QLabel *Label2() const { return m_label2; }
+    QLabel *CauDes() const { return m_cauDes; }
+    QComboBox *cmbBanca() const { return m_cmbBanca; }
+    // 0 the movement's firm, 1 the filter's.
+    QComboBox *cmbSoc(int indice) const { return indice == 0 ? m_cmbSoc0 : m_cmbSoc1; }
+    // txt(1) to txt(20) the movement, txt(21) to txt(28) the filter.
+    QLineEdit *txt(int indice) const { return m_txt.value(indice); }
+    QWidget *pctLista() const { return m_pctLista; }
+    QWidget *pctMod() const { return m_pctMod; }
+    QTableView *TDBGrid1() const { return m_grid; }
+    ModelloDistinte *Data1() const { return m_data1; }
+    std::int32_t CodiceMovimento() const { return m_codiceMovimento; }
+    const CondizioneDistinte &UltimaCondizione() const { return m_condizione; }
+
+    // The routines, as the buttons and the grid run them.
+    void EstraiDistinte();  // Command1(1), Check1, a new firm in cmbSoc(1)
+    void Stampa();          // Command1(2)
+    void Esporta();         // cmdExcel
+    void ScegliData();      // cmdData: the from date
+    void Conferma();        // cmdMOD
+    void Elimina();         // cmdDEL
+    void Annulla();         // cndEND
+    // SpinButton1 (from, fields 21 to 23) and SpinButton2 (to, 24 to 26).
+    void AggiornaSpin(int giorno, int mese, int anno, int passo);
+    // A double click on a cell of the list.
+    void DoppioClick(int riga, int colonna);
+    // Ctrl+R: the last confirmed or reopened code, once more.
+    void RipetiMarca();
+    // A heading pressed with the left (ascending) or another button.
+    void OrdinaColonna(int colonna, bool discendente);
+
+protected:
+    void closeEvent(QCloseEvent *evento) override;
+    void showEvent(QShowEvent *evento) override;
+    bool eventFilter(QObject *oggetto, QEvent *evento) override;
+
+private:
+    // Where the user stands in the list, for a refresh to come back to.
+    struct Posto
+    {
+        int riga = -1;
+        int colonna = 0;
+        int scorrimento = 0;
+        std::int32_t codice = 0;
+        QString prg;
+    };
+    // A code confirmed or reopened, kept for Ctrl+R.
+    struct Marca
+    {
+        std::int32_t codice = 0;
+        QString prg;
+        int fetta = 0;
+    };
+
+    void costruisci();
+    QWidget *costruisciLista();
+    QWidget *costruisciFiltri();
+    QWidget *costruisciPulsanti();
+    QWidget *costruisciModifica();
+    void costruisciGriglia();
+    QLineEdit *nuovoCampo(int indice, QWidget *padre);
+    void installaSchermo();
+    void ordineTab();
+    void carica();
+    void caricaCombo();
+
+    void PulisciFiltri();
+    void AggiornaPulsanti();
+    FiltroDistinte filtro() const;
+    bool caricaLista(const QString &ordine);
+    Posto posto() const;
+    void ripristina(const Posto &p);
+    void aggiorna();
+
+    void invertiMarca(const Marca &marca);
+    void apriModifica(std::int32_t codice);
+    void riempiModifica(const Movimento &m);
+    void tornaAllaLista();
+
+    void fuocoEntrato(int indice);
+    void fuocoUscito(int indice);
+    bool tastoGiu(int codice, int maschera);
+    void vaiA(int indice);
+    void tornaA(int indice); // once the present focus change is over
+    int campoVicino(int indice, int verso) const;
+    int indiceDi(QObject *oggetto) const;
+    void ApriRicercaCampo();
+
+    QList<QLineEdit *> m_txt; // txt(1) to txt(28); [0] unused
+    QList<QPushButton *> m_command1;
+    QPushButton *m_cmdExcel = nullptr;
+    QPushButton *m_cmdData = nullptr;
+    QPushButton *m_cmdMOD = nullptr;
+    QPushButton *m_cmdDEL = nullptr;
+    QPushButton *m_cndEND = nullptr;
+    QCheckBox *m_check1 = nullptr;
+    PulsanteSpin *m_spin1 = nullptr;
+    PulsanteSpin *m_spin2 = nullptr;
+    QComboBox *m_cmbSoc0 = nullptr;
+    QComboBox *m_cmbSoc1 = nullptr;
+    QComboBox *m_cmbBanca = nullptr;
+    QLabel *m_label2 = nullptr;
+    QLabel *m_cauDes = nullptr;
+    QWidget *m_pctLista = nullptr;
+    QWidget *m_pctMod = nullptr;
+    QTableView *m_grid = nullptr;
+    ModelloDistinte *m_data1 = nullptr;
+    Schermo *m_schermo = nullptr;
+
+    CampiInsDist *m_campi = nullptr;
+    ControlloCampi *m_controllo = nullptr;
+
+    CondizioneDistinte m_condizione; // the last extraction's WHERE
+    FiltroDistinte m_filtro;         // and the filter it came from
+    QString m_ordine;                // the list's order in hand
+    int m_indiceDitta = 0;           // cmbSoc(1)'s index, to see a change
+    std::int32_t m_codiceMovimento = 0;
+    std::optional<Movimento> m_originale; // the movement in the form, marks and all
+    std::optional<Marca> m_ripeti;
+    int m_campoAttivo = 0;
+    int m_ritorno = 0;          // the field the focus is going back to
+    bool m_apriRicerca = false; // a lookup or a button routine is running
+    bool m_errore = false;      // a field's message is being shown
+    bool m_attivato = false;
+    bool m_larghezze = false;   // the grid's widths are in place
+};
+
+} // namespace sorvane

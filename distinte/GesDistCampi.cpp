@@ -1,0 +1,171 @@
+// The fields of the management screen: focus in and out, the checks as a
+// field is left, the keys that move between fields, the heading press.
+
+#include "distinte/GesDist.h"
+
+#include "distinte/ControllaCampo.h"
+#include "distinte/SchermiDistinte.h"
+#include "frame/core/Campi.h"
+#include "frame/core/Impostazioni.h"
+#include "frame/core/Sessione.h"
+#include "frame/core/Valore.h"
+
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTimer>
+
+namespace sorvane {
+
+namespace {
+
+constexpr int TastoF4 = 115;
+constexpr int TastoInvio = 13;
+constexpr int TastoSu = 38;
+constexpr int MascheraCtrl = 2;
+
+bool CampoDelFiltro(int indice) { return indice >= CampoGiornoDal; }
+
+} // namespace
+
+int GesDist::indiceDi(QObject *oggetto) const
+{
+    for (int i = 1; i < m_txt.size(); ++i) {
+        if (m_txt[i] == oggetto)
+            return i;
+    }
+    return 0;
+}
+
+bool GesDist::eventFilter(QObject *oggetto, QEvent *evento)
+{
+    if (OrdinaDaTestata(m_grid, oggetto, evento, [this](int colonna, bool discendente) {
+            OrdinaColonna(colonna, discendente);
+        }))
+        return false;
+    const int indice = indiceDi(oggetto);
+    if (indice == 0)
+        return QWidget::eventFilter(oggetto, evento);
+    const FuocoCampo fuoco = FuocoDi(evento);
+    if (fuoco == FuocoCampo::Entrato)
+        fuocoEntrato(indice);
+    else if (fuoco == FuocoCampo::Lasciato)
+        fuocoUscito(indice);
+    if (evento->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(oggetto, evento);
+    const int tasto = static_cast<QKeyEvent *>(evento)->key();
+    if (tasto == Qt::Key_Down || tasto == Qt::Key_Up) {
+        // Up and down walk the fields of the panel in hand.
+        m_controllo->UltimoTasto = tasto == Qt::Key_Down ? TastoGiu : TastoSu;
+        vaiA(campoVicino(indice, tasto == Qt::Key_Down ? 1 : -1));
+        return true;
+    }
+    m_controllo->UltimoTasto = tasto < 0x80 ? tasto : 0;
+    return QWidget::eventFilter(oggetto, evento);
+}
+
+bool GesDist::tastoGiu(int codice, int maschera)
+{
+    if (codice == TastoF4) {
+        ApriRicercaCampo();
+        return true;
+    }
+    if (codice == 'R' && (maschera & MascheraCtrl) != 0) {
+        if (m_pctLista->isEnabled())
+            RipetiMarca();
+        return true;
+    }
+    if (codice != TastoInvio)
+        return false;
+    switch (indiceDi(focusWidget())) {
+    case CampoSpese:
+        m_cmbBanca->setFocus(Qt::TabFocusReason);
+        return true;
+    case CampoNomeFiltro:
+        m_command1[1]->setFocus(Qt::TabFocusReason);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void GesDist::ApriRicercaCampo()
+{
+    // The client, reason, product and currency lookups open here once they
+    // are part of the program; until then F4 does nothing.
+}
+
+void GesDist::fuocoEntrato(int indice)
+{
+    if (indice == m_ritorno)
+        m_ritorno = 0;
+    m_apriRicerca = false;
+    m_campoAttivo = indice;
+    sessione().CodiceStop = 0;
+    if (indice == CampoMoneta && m_txt[indice]->text().trimmed().isEmpty())
+        m_txt[indice]->setText(impostazioni().CodBase);
+}
+
+void GesDist::fuocoUscito(int indice)
+{
+    // A field the focus only passed through on its way back to a wrong one
+    // is not checked: two wrong dates would send it to and fro.
+    if (m_errore || m_apriRicerca || (m_ritorno > 0 && indice != m_ritorno))
+        return;
+    const int codice = m_controllo->ControllaCampo(indice);
+    if (codice > 0) {
+        // The message box takes the focus: what it gives back is no field left.
+        m_errore = true;
+        int campo = MostraErroreCampo();
+        m_errore = false;
+        // A filter field keeps the focus (its codes name the field after it).
+        if (CampoDelFiltro(indice))
+            campo = m_controllo->CampoFuoco > 0 ? m_controllo->CampoFuoco : indice;
+        if (campo > 0)
+            tornaA(campo);
+        return;
+    }
+    if (indice == CampoCausale)
+        m_cauDes->setText(m_controllo->CauDes.value_or(QString()));
+    if (m_controllo->CampoFuoco > 0)
+        tornaA(m_controllo->CampoFuoco);
+    if (indice == CampoImporto) {
+        const QString moneta = m_txt[CampoMoneta]->text().trimmed();
+        m_txt[indice]->setText(FormatoImporto(moneta, CDbl(m_txt[indice]->text().trimmed())));
+    }
+}
+
+void GesDist::tornaA(int indice)
+{
+    m_ritorno = indice;
+    QTimer::singleShot(0, this, [this, indice] {
+        if (m_ritorno != indice)
+            return;
+        vaiA(indice);
+        m_ritorno = 0;
+    });
+}
+
+void GesDist::vaiA(int indice)
+{
+    if (QLineEdit *campo = m_txt.value(indice))
+        campo->setFocus(Qt::OtherFocusReason);
+}
+
+// The next field of the same panel, upwards or downwards, that can take the
+// focus; the field itself at either end.
+int GesDist::campoVicino(int indice, int verso) const
+{
+    const int primo = CampoDelFiltro(indice) ? int(CampoGiornoDal) : int(CampoGiorno);
+    const int ultimo = CampoDelFiltro(indice) ? int(CampoNomeFiltro) : int(CampoSpese);
+    for (int i = indice + verso; i >= primo && i <= ultimo; i += verso) {
+        if (m_txt[i]->isEnabled() && m_txt[i]->isVisibleTo(this))
+            return i;
+    }
+    return indice;
+}
+
+} // namespace sorvane

@@ -1,0 +1,191 @@
+// The management list: the extraction by the filter, the heading sorts, the
+// refresh that keeps the user's place, the period's arrows and calendar,
+// the print and the spreadsheet.
+
+#include "distinte/GesDist.h"
+
+#include "distinte/ControllaCampo.h"
+#include "distinte/ModelloDistinte.h"
+#include "distinte/StampaDistinta.h"
+#include "frame/core/Campi.h"
+#include "frame/core/Giorni.h"
+#include "frame/core/Messaggi.h"
+#include "frame/core/Sessione.h"
+#include "lookup/Datario.h"
+#include "reports/Esporta.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTableView>
+
+#include <algorithm>
+
+namespace sorvane {
+
+namespace {
+
+std::int32_t GiornoOggi()
+{
+    const std::optional<QDate> oggi = LeggiData(sessione().OggiTesto);
+    return GiornoDaData(oggi ? *oggi : QDate::currentDate());
+}
+
+// The fields of a date: day, month, year.
+struct CampiData
+{
+    int giorno;
+    int mese;
+    int anno;
+};
+constexpr CampiData Dal{CampoGiornoDal, CampoMeseDal, CampoAnnoDal};
+constexpr CampiData Al{CampoGiornoAl, CampoMeseAl, CampoAnnoAl};
+
+// The three fields, each trimmed, joined by "/".
+QString DataDeiCampi(const QList<QLineEdit *> &txt, CampiData c)
+{
+    return txt[c.giorno]->text().trimmed() + QLatin1Char('/') + txt[c.mese]->text().trimmed()
+           + QLatin1Char('/') + txt[c.anno]->text().trimmed();
+}
+
+void ScriviData(const QList<QLineEdit *> &txt, CampiData c, const QDate &data)
+{
+    txt[c.giorno]->setText(GiornoTesto(data.day()));
+    txt[c.mese]->setText(MeseTesto(data.month()));
+    txt[c.anno]->setText(AnnoTesto(data.year()));
+}
+
+} // namespace
+
+FiltroDistinte GesDist::filtro() const
+{
+    FiltroDistinte f;
+    f.dal = DataDeiCampi(m_txt, Dal);
+    f.al = DataDeiCampi(m_txt, Al);
+    f.codiceCliente = m_txt[CampoCodiceFiltro]->text();
+    f.nomeCliente = m_txt[CampoNomeFiltro]->text();
+    f.ditta = m_cmbSoc1->currentText();
+    f.ancheChiusi = m_check1->isChecked();
+    return f;
+}
+
+void GesDist::EstraiDistinte()
+{
+    m_filtro = filtro();
+    m_condizione = CondizioneEstrazione(m_filtro, GiornoOggi());
+    caricaLista(OrdineDistinte());
+    AggiornaPulsanti();
+}
+
+bool GesDist::caricaLista(const QString &ordine)
+{
+    m_ordine = ordine;
+    QString errore;
+    const bool riuscita =
+        m_data1->Carica(QueryGestione(m_condizione, ordine), m_condizione.parametri, &errore);
+    if (!riuscita)
+        Messaggio(errore, QString(), Icona::Stop);
+    m_grid->scrollToTop();
+    return riuscita;
+}
+
+void GesDist::OrdinaColonna(int colonna, bool discendente)
+{
+    // Before the first extraction the list has nothing to order.
+    const QString ordine = OrdineColonna(colonna, discendente);
+    if (m_condizione.vuota() || ordine.isEmpty())
+        return;
+    caricaLista(ordine);
+    AggiornaPulsanti();
+}
+
+GesDist::Posto GesDist::posto() const
+{
+    Posto p;
+    const QModelIndex corrente = m_grid->currentIndex();
+    p.scorrimento = m_grid->verticalScrollBar()->value();
+    if (!corrente.isValid())
+        return p;
+    p.riga = corrente.row();
+    p.colonna = corrente.column();
+    p.codice = m_data1->Codice(p.riga);
+    p.prg = m_data1->Prg(p.riga);
+    return p;
+}
+
+void GesDist::ripristina(const Posto &p)
+{
+    // The rows down to the place are fetched again, and the current row is
+    // the same movement's when it is still there (a row above it may have
+    // gone), else the one that took its place.
+    const int altezza = std::max(1, m_grid->verticalHeader()->defaultSectionSize());
+    const int inVista = m_grid->viewport()->height() / altezza + 1;
+    m_data1->CaricaFinoA(std::max(p.riga, p.scorrimento + inVista));
+    const int righe = m_data1->rowCount();
+    if (p.riga >= 0 && righe > 0) {
+        int riga = std::min(p.riga, righe - 1);
+        for (int r : {p.riga, p.riga - 1, p.riga + 1}) {
+            const bool stessa = r >= 0 && r < righe && m_data1->Codice(r) == p.codice
+                                && m_data1->Prg(r) == p.prg;
+            if (stessa) {
+                riga = r;
+                break;
+            }
+        }
+        m_grid->setCurrentIndex(m_data1->index(riga, p.colonna));
+    }
+    // The scroll bar learns of the rows fetched only at the next layout.
+    m_grid->doItemsLayout();
+    m_grid->verticalScrollBar()->setValue(p.scorrimento);
+}
+
+void GesDist::aggiorna()
+{
+    const Posto p = posto();
+    m_data1->Aggiorna();
+    ripristina(p);
+    AggiornaPulsanti();
+}
+
+void GesDist::AggiornaSpin(int giorno, int mese, int anno, int passo)
+{
+    // A period left open, or a wrong date, moves from today.
+    const CampiData campi{giorno, mese, anno};
+    const QString testo = DataDeiCampi(m_txt, campi);
+    const std::optional<QDate> data =
+        testo == QLatin1String("//") ? std::nullopt : LeggiData(testo);
+    const std::int32_t numero = data ? GiornoDaData(*data) : GiornoOggi();
+    ScriviData(m_txt, campi, DataDaGiorno(numero + passo));
+}
+
+void GesDist::ScegliData()
+{
+    m_apriRicerca = true;
+    const QString testo = DataDeiCampi(m_txt, Dal);
+    datario().DataComune = DataComuneDaTesto(IsDate(testo) ? testo : sessione().OggiTesto);
+    datario().PeriodoScelto = -99;
+    MostraDatario(this);
+    const QDate scelta = DataDaGiorno(datario().DataComune);
+    if (scelta.isValid())
+        ScriviData(m_txt, Dal, scelta);
+    m_apriRicerca = false;
+}
+
+void GesDist::Stampa()
+{
+    if (m_condizione.vuota())
+        return;
+    // The filter's client is the one of the run from here on.
+    m_controllo->ClienteCorrente = m_filtro.cliente();
+    StampaDistinta(m_condizione, m_filtro);
+}
+
+void GesDist::Esporta()
+{
+    EsportaGriglia(m_grid, m_data1, QStringLiteral("GDistinte"));
+}
+
+} // namespace sorvane
