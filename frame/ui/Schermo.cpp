@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTimer>
 #include <QUrl>
 #include <QWidget>
@@ -244,7 +245,11 @@ bool Schermo::premuto(QObject *oggetto, QKeyEvent *tasto)
     if (tastoGiu && tastoGiu(codice, maschera))
         return true;
     if (codice == TastoInvio) {
-        if (!qobject_cast<QAbstractButton *>(oggetto))
+        // Enter moves on from a field and presses the button in focus; a
+        // check box or an option keeps its state.
+        if (auto *pulsante = qobject_cast<QPushButton *>(oggetto))
+            pulsante->animateClick();
+        else if (!qobject_cast<QAbstractButton *>(oggetto))
             InviaTab(qobject_cast<QWidget *>(oggetto));
         return true;
     }

@@ -20,6 +20,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableView>
+#include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
 #include <QUrl>
@@ -479,6 +480,10 @@ TEST_F(ProvaGesDist, LeTestateOrdinanoEIlFiltroErratoTieneIlFuoco)
     Attendi();
     Tasto(Qt::Key_Return);
     EXPECT_EQ(QApplication::focusWidget(), s.Command1(1));
+    // and Enter there extracts.
+    QSignalSpy premuto(s.Command1(1), &QPushButton::clicked);
+    Tasto(Qt::Key_Return);
+    EXPECT_TRUE(premuto.wait(1000));
     DoppioClick(RigaDi(1), GesNominativo);
     s.txt(CampoSpese)->setFocus();
     Attendi();
