@@ -291,6 +291,10 @@ void Startup::Mu_GesDis_Click(int indice)
     } else if (fabbrica && indice <= 7) {
         const PreparazioneCornice c = CorniceDelMenu(indice, s.ModoProva);
         if (c.massimizzata) {
+            // Where no window manager honours the state, the frame takes the
+            // screen's free area by itself.
+            if (const QScreen *video = screen())
+                setGeometry(video->availableGeometry());
             setWindowState(windowState() | Qt::WindowMaximized);
         } else {
             setWindowState(windowState() & ~(Qt::WindowMaximized | Qt::WindowMinimized));
