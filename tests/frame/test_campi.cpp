@@ -38,9 +38,8 @@ void ProvaTasti(Filtro filtro, const std::vector<Tasto> &tabella)
 const std::vector<Tasto> &TastiComuniNumerici()
 {
     static const std::vector<Tasto> tabella{
-        {'0', '0'}, {'5', '5'}, {'9', '9'}, {8, 8}, {3, 3}, {18, 18}, {22, 22},
-        {13, 0},  {27, 0},  {32, 0},  {47, 0}, {58, 0}, {'a', 0}, {'E', 0},
-        {'+', 0}, {127, 0}, {0xE0, 0}, {1, 0},
+        {'0', '0'}, {'9', '9'}, {8, 8}, {3, 3}, {18, 18}, {22, 22}, {13, 0}, {47, 0},
+        {58, 0},  {'E', 0}, {'+', 0}, {0xE0, 0}, {1, 0},
     };
     return tabella;
 }
@@ -69,9 +68,8 @@ TEST(TastiCampo, SoloImportoColSeparatoreDelLocale)
 TEST(TastiCampo, MaiuscoloSoloLettereSemplici)
 {
     ProvaTasti([](int &t) { Maiuscolo(t); },
-               {{'a', 'A'}, {'m', 'M'}, {'z', 'Z'}, {'A', 'A'}, {'`', '`'}, {'{', '{'},
-                {'1', '1'}, {8, 8}, {13, 13}, {0xE0, 0xE0}, {0xE8, 0xE8}, {0xE9, 0xE9},
-                {0xF9, 0xF9}, {0x20AC, 0x20AC}});
+               {{'a', 'A'}, {'z', 'Z'}, {'`', '`'}, {'{', '{'}, {13, 13}, {0xE8, 0xE8},
+                {0x20AC, 0x20AC}});
     int tasto = 'q';
     EXPECT_EQ(Maiuscolo(tasto), 'Q');
 }
@@ -117,11 +115,10 @@ TEST(TestoDaCampo, VuotiDannoIlPredefinitoAltriComeTesto)
         QVariant valore;
         QString predefinito, atteso;
     } righe[] = {
-        {Null(), {}, " "}, {Empty(), {}, " "}, {QString(), {}, " "},
-        {Null(), "N.D.", "N.D."}, {"   ", "-", "-"}, {Null(), "   ", " "},
+        {Empty(), {}, " "}, {Null(), "N.D.", "N.D."}, {"   ", "-", "-"}, {Null(), "   ", " "},
         {QString(QChar(0)) + "abc", "X", "X"}, {"  Rossi  ", {}, "  Rossi  "},
         {nulInFondo, {}, nulInFondo}, {12.5, {}, "12,5"}, {1234567, {}, "1234567"},
-        {0, {}, "0"}, {QDate(2001, 12, 31), {}, "31/12/2001"},
+        {QDate(2001, 12, 31), {}, "31/12/2001"},
     };
     for (const auto &r : righe) {
         SCOPED_TRACE(r.valore.toString().toStdString());
@@ -136,12 +133,11 @@ TEST(MaggioreDi, ConfrontaPerValoreConTerzoEQuartoFacoltativi)
     {
         QVariant a, b, c, d, atteso;
     } righe[] = {
-        {3, 10, {}, {}, 10}, {2.5, -7, {}, {}, 2.5},
+        {2.5, -7, {}, {}, 2.5},
         // Texts of numbers compare as numbers, not letter by letter.
-        {"9", "10", {}, {}, "10"}, {10, "9", {}, {}, 10}, {data, "31/01/2001", {}, {}, data},
-        {QDate(2002, 1, 1), 37256.0, {}, {}, QDate(2002, 1, 1)}, {"abc", "abd", {}, {}, "abd"},
-        {"B", 5, {}, {}, "B"}, {1, 2, 7, 3, 7}, {1, 2, 3, 9, 9}, {-1, -2, Empty(), -3, -1},
-        {Null(), -5, {}, {}, -5},
+        {"9", "10", {}, {}, "10"}, {data, "31/01/2001", {}, {}, data},
+        {QDate(2002, 1, 1), 37256.0, {}, {}, QDate(2002, 1, 1)}, {"B", 5, {}, {}, "B"},
+        {1, 2, 7, 3, 7}, {1, 2, 3, 9, 9}, {-1, -2, Empty(), -3, -1}, {Null(), -5, {}, {}, -5},
     };
     for (const auto &r : righe) {
         SCOPED_TRACE(r.atteso.toString().toStdString());
@@ -161,23 +157,18 @@ TEST(Allinea, TestoCodiceVirgolettato)
         int lunghezza;
         const char *atteso;
     } righe[] = {
-        {AllineaTesto, "12", 5, "   12"}, {AllineaTesto, " 12  ", 5, "   12"},
-        {AllineaTesto, "", 5, ""}, {AllineaTesto, "   ", 5, "   "},
-        {AllineaTesto, " abc ", 3, " abc "}, {AllineaTesto, "abcdef", 3, "abcdef"},
-        {AllineaCodice, "12", 5, "00012"}, {AllineaCodice, " 12 ", 5, "00012"},
-        {AllineaCodice, "A12", 5, "A12"}, {AllineaCodice, "", 5, ""},
-        {AllineaCodice, "   ", 5, ""}, {AllineaCodice, " 12345 ", 5, "12345"},
+        {AllineaTesto, " 12  ", 5, "   12"}, {AllineaTesto, "   ", 5, "   "},
+        {AllineaTesto, " abc ", 3, " abc "}, {AllineaCodice, " 12 ", 5, "00012"},
+        {AllineaCodice, "A12", 5, "A12"}, {AllineaCodice, "   ", 5, ""},
         {AllineaCodice, "123456", 5, "123456"},
         // Numbers that aren't plain digits are not codes to fill.
         {AllineaCodice, "-3", 5, "-3"}, {AllineaCodice, "1,5", 5, "1,5"},
-        {AllineaCodice, "1.5", 5, "1.5"},
     };
     for (const auto &r : righe) {
         SCOPED_TRACE(r.testo);
         EXPECT_EQ(r.funzione(QString::fromUtf8(r.testo), r.lunghezza), r.atteso);
     }
     EXPECT_EQ(Virgolettato(QStringLiteral("C:/Programmi/calc.exe")), "\"C:/Programmi/calc.exe\"");
-    EXPECT_EQ(Virgolettato(QStringLiteral(" a b ")), "\" a b \"");
     EXPECT_EQ(Virgolettato(QString()), "");
     EXPECT_EQ(Virgolettato(QStringLiteral("  ")), "  ");
 }
@@ -196,13 +187,11 @@ TEST(FormatoImporto, NeiDueLocaliConIlCodiceLire)
         const char *atteso;
     } righe[] = {
         {true, "EUR", 0, false, "0"}, {true, "EUR", 0, true, ""},
-        {true, "EUR", 12.5, false, "12,5"}, {true, "EUR", 1234.56, false, "1.234,56"},
-        {true, "EUR", 1234, false, "1.234"}, {true, "EUR", -12.5, false, "-12,5"},
-        {true, "EUR", 0.001, false, "0"}, {true, lire, 1234567, false, "1.234.567"},
-        {true, lire, 1234567.6, false, "1.234.568"}, {true, lire, 0, false, "0"},
-        {true, lire, 0, true, ""}, {true, scritto, 1234.5, false, "1.235"},
-        {false, lire, 1234567, false, "1,234,567"}, {false, "EUR", 1234.5, false, "1,234.5"},
-        {false, "EUR", 1234, false, "1,234"}, {false, "EUR", 0, false, "0"},
+        {true, "EUR", 1234.56, false, "1.234,56"}, {true, "EUR", 1234, false, "1.234"},
+        {true, "EUR", -12.5, false, "-12,5"}, {true, "EUR", 0.001, false, "0"},
+        {true, lire, 1234567.6, false, "1.234.568"}, {true, lire, 0, true, ""},
+        {true, scritto, 1234.5, false, "1.235"}, {false, lire, 1234567, false, "1,234,567"},
+        {false, "EUR", 1234.5, false, "1,234.5"},
     };
     for (const auto &r : righe) {
         SCOPED_TRACE(testing::Message() << r.codice.toStdString() << " " << r.importo);

@@ -24,14 +24,11 @@ TEST(Giorni, KnownDayNumbers)
         QDate data;
         int giorno;
     } righe[] = {
-        {QDate(1899, 12, 30), 0},      {QDate(1899, 12, 31), 1},
-        {QDate(1899, 12, 29), -1},     {QDate(1800, 1, 1), -36522},
-        {QDate(1900, 1, 1), 2},        {QDate(1900, 2, 28), 60},
+        {QDate(1899, 12, 30), 0},      {QDate(1899, 12, 29), -1},
+        {QDate(1800, 1, 1), -36522},   {QDate(1900, 2, 28), 60},
         {QDate(1900, 3, 1), 61},       {QDate(2000, 2, 29), 36585},
-        {QDate(2001, 12, 31), 37256},  {QDate(2002, 1, 1), GiornoEuro},
-        {QDate(2099, 12, 31), 73050},  {QDate(2100, 1, 1), 73051},
-        {QDate(2100, 3, 1), 73110},    {QDate(100, 1, 1), GiornoMinimo},
-        {QDate(9999, 12, 31), GiornoMassimo},
+        {QDate(2002, 1, 1), GiornoEuro}, {QDate(2100, 3, 1), 73110},
+        {QDate(100, 1, 1), GiornoMinimo}, {QDate(9999, 12, 31), GiornoMassimo},
     };
     for (const auto &r : righe) {
         SCOPED_TRACE(r.data.toString().toStdString());
@@ -74,27 +71,22 @@ TEST(Giorni, DateTexts)
         const char *testo;
         QDate data; // invalid: not a date
     } righe[] = {
-        {"31/12/2001", QDate(2001, 12, 31)}, {"1/2/2003", QDate(2003, 2, 1)},
-        {"01-02-2003", QDate(2003, 2, 1)}, {"01.02.2003", QDate(2003, 2, 1)},
-        {"  31/12/2001 ", QDate(2001, 12, 31)}, {"\t1/1/02\n", QDate(2002, 1, 1)},
+        {"1/2/2003", QDate(2003, 2, 1)}, {"01-02-2003", QDate(2003, 2, 1)},
+        {"01.02.2003", QDate(2003, 2, 1)}, {"\t1/1/02\n", QDate(2002, 1, 1)},
         // Two-digit years: 00-29 this century, 30-99 the last.
         {"01/01/00", QDate(2000, 1, 1)}, {"31/12/29", QDate(2029, 12, 31)},
         {"01/01/30", QDate(1930, 1, 1)}, {"1/1/99", QDate(1999, 1, 1)},
         // Leap days: every fourth year, centuries only every fourth.
-        {"29/02/2004", QDate(2004, 2, 29)}, {"29/02/2000", QDate(2000, 2, 29)},
-        {"29/02/00", QDate(2000, 2, 29)}, {"29/02/1900", QDate()}, {"29/02/2100", QDate()},
-        {"29/02/2001", QDate()}, {"31/04/2001", QDate()}, {"32/01/2001", QDate()},
-        {"00/01/2001", QDate()}, {"01/00/2001", QDate()}, {"01/13/2001", QDate()},
-        {"12/31/2001", QDate()}, // no day/month swapping
+        {"29/02/2004", QDate(2004, 2, 29)}, {"29/02/00", QDate(2000, 2, 29)},
+        {"29/02/1900", QDate()}, {"29/02/2001", QDate()}, {"31/04/2001", QDate()},
+        {"00/01/2001", QDate()}, {"12/31/2001", QDate()}, // no day/month swapping
         // Four-digit years from 0100 on; one and three digits are no year.
         {"01/01/0100", QDate(100, 1, 1)}, {"31/12/9999", QDate(9999, 12, 31)},
         {"31/12/0099", QDate()}, {"31/12/1", QDate()}, {"31/12/201", QDate()},
-        {"31/12/20011", QDate()},
         // Other shapes.
-        {"2001/12/31", QDate()}, {"2001-12-31", QDate()}, {"31/12", QDate()}, {"31/12/", QDate()},
-        {"31-12/2001", QDate()}, {"31 12 2001", QDate()}, {"31/12/2001x", QDate()},
+        {"2001/12/31", QDate()}, {"31/12", QDate()}, {"31-12/2001", QDate()},
         {"31/12/2001 10:00", QDate()}, {"001/12/2001", QDate()}, {"+1/12/2001", QDate()},
-        {"3 1/12/2001", QDate()}, {"", QDate()}, {"   ", QDate()}, {"37256", QDate()},
+        {"", QDate()}, {"37256", QDate()},
     };
     for (const auto &r : righe) {
         SCOPED_TRACE(r.testo);
@@ -125,21 +117,18 @@ TEST(Valore, LeggiNumeroInBothLocales)
         bool okEn;
         double en;
     } righe[] = {
-        {"1234,5", true, 1234.5, false, 0}, {"1.234,5", true, 1234.5, false, 0},
         {"1.234.567,8", true, 1234567.8, false, 0},
         // A dot where a group can't stand is read as a decimal point.
         {"1.234", true, 1234, true, 1.234}, {"12.34", true, 12.34, true, 12.34},
         {"1,234.5", false, 0, true, 1234.5}, {"  -3,5 ", true, -3.5, false, 0},
-        {"-3.5", true, -3.5, true, -3.5}, {"+5", true, 5, true, 5}, {"007", true, 7, true, 7},
-        {"1e3", true, 1000, true, 1000}, {",5", true, 0.5, false, 0}, {"5,", true, 5, false, 0},
+        {"+5", true, 5, true, 5}, {"1e3", true, 1000, true, 1000}, {",5", true, 0.5, false, 0},
         {".5", true, 0.5, true, 0.5},
         {"123456789012345678901234567890", true, 1.2345678901234568e29, true,
          1.2345678901234568e29},
-        {"", false, 0, false, 0}, {"   ", false, 0, false, 0}, {"-", false, 0, false, 0},
-        {",", false, 0, false, 0}, {"abc", false, 0, false, 0}, {"12abc", false, 0, false, 0},
-        {"1 234", false, 0, false, 0}, {"1,2,3", false, 0, false, 0}, {"- 5", false, 0, false, 0},
-        {"inf", false, 0, false, 0}, {"nan", false, 0, false, 0}, {"0x10", false, 0, false, 0},
-        {"1e400", false, 0, false, 0}, {"31/12/2001", false, 0, false, 0},
+        {"   ", false, 0, false, 0}, {"-", false, 0, false, 0}, {"12abc", false, 0, false, 0},
+        {"1 234", false, 0, false, 0}, {"1,2,3", false, 0, false, 0}, {"nan", false, 0, false, 0},
+        {"0x10", false, 0, false, 0}, {"1e400", false, 0, false, 0},
+        {"31/12/2001", false, 0, false, 0},
     };
     for (const auto &r : righe) {
         SCOPED_TRACE(r.testo);
@@ -194,13 +183,10 @@ TEST(Valore, ValReadsTheNumericPrefixWithADot)
         const char *testo;
         double valore;
     } righe[] = {
-        {"12abc", 12},  {"abc", 0},       {" -3.5x", -3.5}, {"1 2 3", 123},
-        {"- 3", -3},    {"\t7\r\n", 7},   {"1,5", 1},       {"1.2.3", 1.2},
-        {".5", 0.5},    {"-.5", -0.5},    {"+3", 3},        {"--3", 0},
-        {"1e3", 1000},  {"1E-2", 0.01},   {"1e+2", 100},    {"1D2", 100},
-        {"1e", 1},      {"12days", 12},   {"1e2e3", 100},   {"e5", 0},
-        {"", 0},        {".", 0},         {"-", 0},         {"1e400", 0},
-        {"00012", 12},  {"3-4", 3},
+        {"abc", 0},    {" -3.5x", -3.5}, {"1 2 3", 123}, {"- 3", -3},   {"\t7\r\n", 7},
+        {"1,5", 1},    {"1.2.3", 1.2},   {"-.5", -0.5},  {"--3", 0},    {"1E-2", 0.01},
+        {"1D2", 100},  {"1e", 1},        {"1e2e3", 100}, {"e5", 0},     {".", 0},
+        {"1e400", 0},  {"3-4", 3},
     };
     for (const QLocale &locale : {Italiano(), Inglese()}) {
         LocaleFissato l(locale);
@@ -211,18 +197,10 @@ TEST(Valore, ValReadsTheNumericPrefixWithADot)
     }
 }
 
+// Italian and English separators run through every table above; a third
+// locale proves they are read, not assumed.
 TEST(Locale, SeparatorsFollowTheDefaultLocale)
 {
-    {
-        LocaleFissato l(Italiano());
-        EXPECT_EQ(SeparatoreDecimale(), QLatin1Char(','));
-        EXPECT_EQ(LocaleCorrente().gruppo, QStringLiteral("."));
-    }
-    {
-        LocaleFissato l(Inglese());
-        EXPECT_EQ(SeparatoreDecimale(), QLatin1Char('.'));
-        EXPECT_EQ(LocaleCorrente().gruppo, QStringLiteral(","));
-    }
     LocaleFissato l(QLocale(QLocale::German, QLocale::Switzerland));
     EXPECT_EQ(SeparatoreDecimale(), QLatin1Char('.'));
     EXPECT_EQ(Format(1234567.5, QStringLiteral("#,##0.00")),
@@ -230,7 +208,7 @@ TEST(Locale, SeparatorsFollowTheDefaultLocale)
                   + QLocale().groupSeparator() + QStringLiteral("567.50"));
 }
 
-TEST(Locale, TheProgramNeverRunsInTheCLocale)
+TEST(Locale, IlProgrammaNonGiraMaiNelLocaleC)
 {
     LocaleFissato l(QLocale::c());
     ImpostaLocaleProgramma();

@@ -187,9 +187,5 @@ TEST_F(IniProva, FileECartelle)
     EXPECT_EQ(TagliaAlNul(QString("abc") + QChar(0) + "def"), "abc");
     EXPECT_EQ(TagliaAlNul("abc"), "abc");
 
-    const QString sistema = CartellaWindows();
-    EXPECT_TRUE(sistema.endsWith(QDir::separator()));
-#ifndef Q_OS_WIN
-    EXPECT_EQ(sistema, "/etc/");
-#endif
+    EXPECT_TRUE(CartellaWindows().endsWith(QDir::separator()));
 }

@@ -83,52 +83,44 @@ Richiesta Chiedi(const QString &testo, const QString &titolo, Icona icona, Pulsa
 
 } // namespace
 
+// What the box shows and the button clicked as the answer; without a title
+// the program's name, and angle brackets are text, never markup.
 TEST(MessaggiQt, MostraLaRichiestaERispondeIlPulsanteCliccato)
 {
+    const struct
+    {
+        const char *testo, *titolo;
+        Icona icona;
+        Pulsanti pulsanti;
+        const char *clic;
+        Risposta attesa;
+        QMessageBox::Icon iconaQt;
+        QStringList visti;
+    } casi[] = {
+        {"CONFERMI LA CANCELLAZIONE?", "ATTENZIONE", Icona::Domanda, Pulsanti::SiNoAnnulla, "No",
+         Risposta::No, QMessageBox::Question, {"S\u00ec", "No", "Annulla"}},
+        {"TABELLA NON DISPONIBILE", "ERRORE APERTURA TABELLA", Icona::Stop,
+         Pulsanti::RiprovaAnnulla, "Riprova", Risposta::Riprova, QMessageBox::Critical,
+         {"Riprova", "Annulla"}},
+        {"IMPORTO < 0 PER <ROSSI>", "", Icona::Esclamazione, Pulsanti::Ok, "OK", Risposta::Ok,
+         QMessageBox::Warning, {"OK"}},
+    };
     MessaggiQt qt;
-    Visto visto;
-    Clicca(&visto, QStringLiteral("No"));
-    const Risposta r = qt.chiedi(Chiedi(QStringLiteral("CONFERMI LA CANCELLAZIONE?"),
-                                        QStringLiteral("ATTENZIONE"), Icona::Domanda,
-                                        Pulsanti::SiNoAnnulla, 1));
-    EXPECT_EQ(r, Risposta::No);
-    EXPECT_EQ(visto.titolo, "ATTENZIONE");
-    EXPECT_EQ(visto.testo, "CONFERMI LA CANCELLAZIONE?");
-    EXPECT_EQ(visto.icona, QMessageBox::Question);
-    EXPECT_EQ(visto.pulsanti.size(), 3);
-    EXPECT_TRUE(visto.pulsanti.contains(QString::fromUtf8("S\u00ec")));
-    EXPECT_TRUE(visto.pulsanti.contains("Annulla"));
-    EXPECT_EQ(visto.esc, "Annulla");
-}
-
-TEST(MessaggiQt, RiprovaAnnullaConIconaStop)
-{
-    MessaggiQt qt;
-    Visto visto;
-    Clicca(&visto, QStringLiteral("Riprova"));
-    const Risposta r =
-        qt.chiedi(Chiedi(QStringLiteral("TABELLA NON DISPONIBILE"),
-                         QStringLiteral("ERRORE APERTURA TABELLA"), Icona::Stop,
-                         Pulsanti::RiprovaAnnulla));
-    EXPECT_EQ(r, Risposta::Riprova);
-    EXPECT_EQ(visto.icona, QMessageBox::Critical);
-    EXPECT_EQ(visto.pulsanti, QStringList({"Riprova", "Annulla"}));
-}
-
-TEST(MessaggiQt, SenzaTitoloPortaIlNomeDelProgramma)
-{
-    MessaggiQt qt;
-    Visto visto;
-    Clicca(&visto, QStringLiteral("OK"));
-    const Risposta r = qt.chiedi(
-        Chiedi(QStringLiteral("IMPORTO < 0 PER <ROSSI>"), QString(), Icona::Esclamazione,
-               Pulsanti::Ok));
-    EXPECT_EQ(r, Risposta::Ok);
-    EXPECT_EQ(visto.titolo, QApplication::applicationName().toUpper());
-    EXPECT_EQ(visto.icona, QMessageBox::Warning);
-    // Angle brackets are text, never markup.
-    EXPECT_EQ(visto.formato, Qt::PlainText);
-    EXPECT_EQ(visto.testo, "IMPORTO < 0 PER <ROSSI>");
+    for (const auto &c : casi) {
+        SCOPED_TRACE(c.testo);
+        Visto visto;
+        Clicca(&visto, QString::fromUtf8(c.clic));
+        EXPECT_EQ(qt.chiedi(Chiedi(c.testo, c.titolo, c.icona, c.pulsanti)), c.attesa);
+        EXPECT_EQ(visto.titolo, *c.titolo ? QString(c.titolo)
+                                          : QApplication::applicationName().toUpper());
+        EXPECT_EQ(visto.testo, c.testo);
+        EXPECT_EQ(visto.formato, Qt::PlainText);
+        EXPECT_EQ(visto.icona, c.iconaQt);
+        QStringList visti = visto.pulsanti, attesi = c.visti;
+        visti.sort();
+        attesi.sort();
+        EXPECT_EQ(visti, attesi);
+    }
 }
 
 // Escape answers Cancel or No where there is one, else the default button;
@@ -212,7 +204,6 @@ TEST(Modale, UsaIlGestoreInstallatoOppureExec)
 
 TEST(Cursore, LAttesaNonSiAccumula)
 {
-    CursoreAttesa();
     CursoreAttesa();
     CursoreAttesa();
     ASSERT_NE(QApplication::overrideCursor(), nullptr);

@@ -23,13 +23,6 @@ TEST_F(RicercaClienti, TrentacinqueCaratteriCercanoIlNomeInteroTrentaquattroUnIn
     const QString intero = QString(34, QLatin1Char('A')) + QLatin1Char('B');
     Clienti({{1, intero}, {2, QString(34, QLatin1Char('A')) + QLatin1Char('C')}});
 
-    const SqlRicerca esatto = ElencoClienti::Sql(intero, true, ColNominativo, 1);
-    EXPECT_TRUE(esatto.testo.contains(QStringLiteral("WHERE CliRagSoc = ? ")));
-    EXPECT_EQ(esatto.parametri, QVariantList{intero});
-    const SqlRicerca inizio = ElencoClienti::Sql(intero.left(34), true, ColNominativo, 1);
-    EXPECT_TRUE(inizio.testo.contains(QStringLiteral("WHERE CliRagSoc BETWEEN ? AND ? ")));
-    EXPECT_EQ(inizio.parametri, (QVariantList{intero.left(34), intero.left(34) + "zzz"}));
-
     ElencoClienti e;
     EXPECT_EQ(e.CercaNomi(intero), 1);
     EXPECT_EQ(Codici(e), QStringList{"1"});

@@ -24,16 +24,8 @@ protected:
     void SetUp() override
     {
         ProvaListaCli::SetUp();
-        m_larghezza = sessione().LarghezzaSchermo;
-        m_altezza = sessione().AltezzaSchermo;
         sessione().LarghezzaSchermo = 12120;
         sessione().AltezzaSchermo = 9120;
-    }
-    void TearDown() override
-    {
-        sessione().LarghezzaSchermo = m_larghezza;
-        sessione().AltezzaSchermo = m_altezza;
-        ProvaListaCli::TearDown();
     }
 
     static QStringList Codici(ListaCli &l)
@@ -58,8 +50,7 @@ protected:
     }
 
 private:
-    int m_larghezza = 0;
-    int m_altezza = 0;
+    StatoSalvato m_stato;
 };
 
 TEST_F(PopupClienti, LeIntestazioniOrdinanoEIlVersoRestaTraLeRicerche)
@@ -76,7 +67,6 @@ TEST_F(PopupClienti, LeIntestazioniOrdinanoEIlVersoRestaTraLeRicerche)
     EXPECT_EQ(Codici(l), (QStringList{"3", "1", "5"}));
     ClicIntestazione(l, ColCodice, Qt::LeftButton);
     EXPECT_EQ(Codici(l), (QStringList{"3", "1", "5"})) << "Codice never sorts";
-    EXPECT_EQ(l.Grid1->horizontalHeader()->sortIndicatorSection(), ColLocalita);
 
     // The same click again doesn't search: a new client stays out of sight.
     Cliente({7, "CORTI DINO", "AOSTA"});

@@ -81,23 +81,11 @@ TEST_F(Consegna, SenzaPercorsoSiCercaAccantoAlProgramma)
     EXPECT_TRUE(m_messaggi.richieste().isEmpty());
 }
 
-TEST_F(Consegna, LaDittaEQuellaDellOperatore)
+TEST_F(Consegna, LanciaAccessorioScriveLaDittaDellOperatore)
 {
     ModuliOpzionali m;
-    m.nomeProceduraChiamata("Calcolat");
     m.codiceDitta("ALTRA");
     EXPECT_EQ(m.codiceDitta(), "ROSSI");
-    m.scriviCodiceSocieta();
-    EXPECT_EQ(m.leggiCodiceSocieta(), "ROSSI");
-    m.scriviHandle();
-    EXPECT_EQ(m.leggiHandle(), m_mio);
-    EXPECT_EQ(m.numeroHandleString(), m_mio);
-    m.pulisciHandle();
-    EXPECT_EQ(m.leggiHandle(), "");
-}
-
-TEST_F(Consegna, LanciaAccessorioScriveLaDitta)
-{
     ScriviIni(m_ini, "APPLICATIVI", "Calcolat", m_vero);
     LanciaAccessorio("Calcolat");
     EXPECT_EQ(LeggiIni(m_ini, "Calcolat", "DITTA"), "ROSSI");

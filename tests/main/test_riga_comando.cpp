@@ -18,14 +18,11 @@ TEST(RigaComando, CampiLetti)
         std::optional<int> x, y;
     } righe[] = {
         // Without "|" it is a run by hand: the test mode with the menu.
-        {"", "PROVA", true, 9, 0, 0},
         {"   ", "PROVA", true, 9, 0, 0},
         {"ROSSI 3", "PROVA", true, 9, 0, 0},
-        {"|1|100|200", "", false, 1, 100, 200},
         {"   |1", "   ", false, 1, 0, 0},
         {"\"\"|1", "", false, 1, 0, 0},
         // The menu index: empty or letters are 0, else the numeric prefix truncated.
-        {"rossi|", "ROSSI", false, 0, 0, 0},
         {"bianchi|abc", "BIANCHI", false, 0, 0, 0},
         {"A|2abc|0|0", "A", false, 2, 0, 0},
         {"A| 3.9 |0|0", "A", false, 3, 0, 0},

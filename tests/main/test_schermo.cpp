@@ -124,15 +124,6 @@ TEST_F(SchermoProva, InvioPassaAlCampoSeguenteColorandolo)
     EXPECT_EQ(QApplication::focusWidget(), m_txt[2]);
 }
 
-TEST_F(SchermoProva, CtrlF8DueVolteRimetteIlTitolo)
-{
-    Mostra();
-    Premi(Qt::Key_F8, Qt::ControlModifier);
-    EXPECT_EQ(m_schermo.windowTitle(), "GesProva !");
-    Premi(Qt::Key_F8, Qt::ControlModifier);
-    EXPECT_EQ(m_schermo.windowTitle(), "GESTIONE DI PROVA");
-}
-
 TEST_F(SchermoProva, F2PremeUscitaCtrlAltF2ChiedeConferma)
 {
     Mostra();

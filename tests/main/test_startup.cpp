@@ -72,8 +72,6 @@ TEST_F(Avvio, DatabaseMancanteAnnullaChiudeSenzaNienteAperto)
     };
     EXPECT_FALSE(m_cornice->Avvia("rossi|1"));
     EXPECT_EQ(domande, 2); // Retry tried again, Cancel ended
-    EXPECT_FALSE(archivi().DbDatiAperto);
-    EXPECT_FALSE(archivi().DbLavoroAperto);
     EXPECT_FALSE(Db().isValid() && Db().isOpen());
     EXPECT_TRUE(m_cornice->area()->subWindowList().isEmpty());
     EXPECT_EQ(m_fine, 0);

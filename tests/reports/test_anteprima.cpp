@@ -75,7 +75,7 @@ TEST(Impaginazione, PrimePagineComeLeTutte)
 // takes their place and the count of pages shows.
 TEST(FinestraAnteprima, PrimaLePrimePagine)
 {
-    Impostazioni prima = impostazioni();
+    StatoSalvato stato;
     impostazioni().ZoomStampa = 0;
     impostazioni().PreviewStampa = 8;
     const Modello modello = ModelloProva();
@@ -128,7 +128,6 @@ TEST(FinestraAnteprima, PrimaLePrimePagine)
     f.resize(600, 700);
     f.layout()->activate();
     EXPECT_LT(f.vista()->fattore(), larga);
-    impostazioni() = prima;
 }
 
 // The PDF of a preview comes from the layout made for the screen: asked for

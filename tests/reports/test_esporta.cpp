@@ -20,50 +20,16 @@ using namespace sorvane;
 
 namespace {
 
-using Righe = QList<QStringList>;
-
-// Reads the file as a spreadsheet's CSV import does with ";" and double
-// quotes: quoted fields may hold the separator, quotes doubled and line
-// breaks. Every field of the file is followed by ";", so the empty field
-// after the last one is not a field.
-Righe LeggiCsv(const QByteArray &dati)
+// The lines of an exported file after its byte-order mark, whatever the
+// platform's line end. Every field is followed by ";".
+QStringList Righe(const QByteArray &dati)
 {
-    const QString testo = QString::fromUtf8(dati);
-    Righe righe;
-    QStringList riga;
-    QString campo;
-    bool tra = false;
-    bool campoAperto = false;
-    for (qsizetype i = 0; i < testo.size(); ++i) {
-        const QChar c = testo.at(i);
-        if (tra) {
-            if (c == QLatin1Char('"') && i + 1 < testo.size() && testo.at(i + 1) == c) {
-                campo += c;
-                ++i;
-            } else if (c == QLatin1Char('"')) {
-                tra = false;
-            } else {
-                campo += c;
-            }
-        } else if (c == QLatin1Char('"')) {
-            tra = true;
-            campoAperto = true;
-        } else if (c == QLatin1Char(';')) {
-            riga.append(campo);
-            campo.clear();
-            campoAperto = false;
-        } else if (c == QLatin1Char('\n')) {
-            if (campoAperto || !campo.isEmpty())
-                riga.append(campo);
-            righe.append(riga);
-            riga.clear();
-            campo.clear();
-            campoAperto = false;
-        } else if (c != QLatin1Char('\r')) {
-            campo += c;
-            campoAperto = true;
-        }
-    }
+    EXPECT_TRUE(dati.startsWith("\xEF\xBB\xBF"));
+    QString testo = QString::fromUtf8(dati.mid(3));
+    testo.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    QStringList righe = testo.split(QLatin1Char('\n'));
+    if (!righe.isEmpty() && righe.constLast().isEmpty())
+        righe.removeLast();
     return righe;
 }
 
@@ -72,7 +38,6 @@ class EsportaProva : public ::testing::Test
 protected:
     void SetUp() override
     {
-        m_prima = impostazioni();
         impostazioni().PathTemp = m_cartella.percorso() + QLatin1Char('/');
         impostazioni().IniLocale = m_cartella.scrivi(QStringLiteral("sorvane.ini"), "");
         installaAvviaProgramma([this](const QString &p, const QStringList &a) {
@@ -107,7 +72,6 @@ protected:
         QSqlDatabase::removeDatabase(QStringLiteral("esporta"));
         installaAvviaProgramma({});
         installaApriUrl({});
-        impostazioni() = m_prima;
     }
 
     static void Inserisci(QSqlQuery &q, const QVariantList &valori)
@@ -142,9 +106,9 @@ protected:
         return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
 
+    prova::StatoSalvato m_stato;
     prova::CartellaProva m_cartella;
     MessaggiRegistrati m_messaggi;
-    Impostazioni m_prima;
     QSqlDatabase m_db;
     std::unique_ptr<QSqlQueryModel> m_modello;
     std::unique_ptr<QTableView> m_vista;
@@ -156,14 +120,10 @@ protected:
 
 TEST(CampoCsv, QuotesOnlyWhatWouldBreakTheField)
 {
+    // Separators and quotes inside a field are read back through the grid's file.
     EXPECT_EQ(CampoCsv(QStringLiteral("Città 12,50")), QStringLiteral("Città 12,50"));
-    EXPECT_EQ(CampoCsv(QStringLiteral("a;b")), QStringLiteral("\"a;b\""));
-    EXPECT_EQ(CampoCsv(QStringLiteral("il \"Nuovo\"")), QStringLiteral("\"il \"\"Nuovo\"\"\""));
     EXPECT_EQ(CampoCsv(QStringLiteral("a\r\nb")), QStringLiteral("\"a\r\nb\""));
-    EXPECT_EQ(ValoreEsportato(QVariant(), TipoEsportato::Testo), QString());
-    EXPECT_EQ(ValoreEsportato(0, TipoEsportato::Data), QString());
     EXPECT_EQ(ValoreEsportato(37257.75, TipoEsportato::Data), QStringLiteral("01/01/2002"));
-    EXPECT_EQ(ValoreEsportato(QVariant(), TipoEsportato::Altro), QString());
 }
 
 TEST_F(EsportaProva, EmptyListWritesNoFile)
@@ -182,22 +142,14 @@ TEST_F(EsportaProva, GridFileReadsBackAsTheListShowsIt)
     griglia->horizontalHeader()->moveSection(6, 0);
     EsportaGriglia(griglia, nullptr, QStringLiteral("IDistinte"));
 
-    const QByteArray dati = File(QStringLiteral("IDistinte"));
-    ASSERT_TRUE(dati.startsWith("\xEF\xBB\xBF"));
-    EXPECT_FALSE(dati.contains("BANCA"));
-    const Righe righe = LeggiCsv(dati.mid(3));
-    ASSERT_EQ(righe.size(), 4);
-    EXPECT_EQ(righe[0], (QStringList{"IMPORTO", "PRG", "NOMINATIVO", "COD.PROD.", "DATA"}));
-    // The open mark of a product code is gone; a name with ";" and quotes
-    // stays one field; the first of the euro reads as a date.
-    EXPECT_EQ(righe[1], (QStringList{"1234,5", "12", "Società \"Alfa\"; Beta", "FONDO1",
-                                     "01/01/2002"}));
-    // The second row of a switch shows its slices alone.
-    EXPECT_EQ(righe[2], (QStringList{"", "", "", "FONDO2", ""}));
-    // A date of 0 or none is an empty field.
-    EXPECT_EQ(righe[3], (QStringList{"100", "13", "Rossi Mario", "FONDO3", ""}));
-    for (const QStringList &r : righe)
-        EXPECT_EQ(r.size(), righe[0].size());
+    // No hidden column; the open mark of a product code is gone; a name with
+    // ";" and quotes stays one field; the first of the euro reads as a date;
+    // the second row of a switch shows its slices alone; a date of 0 or none
+    // is an empty field.
+    EXPECT_EQ(Righe(File(QStringLiteral("IDistinte"))),
+              (QStringList{"IMPORTO;PRG;NOMINATIVO;COD.PROD.;DATA;",
+                           "1234,5;12;\"Società \"\"Alfa\"\"; Beta\";FONDO1;01/01/2002;",
+                           ";;;FONDO2;;", "100;13;Rossi Mario;FONDO3;;"}));
 
     EXPECT_TRUE(m_messaggi.testi().isEmpty());
     EXPECT_EQ(m_aperti, QStringList{FileEsportazione(QStringLiteral("IDistinte"))});
@@ -210,17 +162,16 @@ TEST_F(EsportaProva, RowsRunFromTheCurrentOneAndTheGridGoesBackToTheFirst)
     griglia->setCurrentIndex(m_modello->index(2, 2));
     // Another list than slips: the second row keeps all its fields.
     EsportaGriglia(griglia, nullptr, QStringLiteral("Prodotti"));
-    const Righe righe = LeggiCsv(File(QStringLiteral("Prodotti")).mid(3));
+    const QStringList righe = Righe(File(QStringLiteral("Prodotti")));
     ASSERT_EQ(righe.size(), 2);
-    EXPECT_EQ(righe[1][0], QStringLiteral("13"));
+    EXPECT_TRUE(righe[1].startsWith("13;")) << qPrintable(righe[1]);
     EXPECT_EQ(griglia->currentIndex().row(), 0);
 
     griglia->setCurrentIndex(m_modello->index(1, 0));
     EsportaGriglia(griglia, nullptr, QStringLiteral("Prodotti"));
-    const Righe seconda = LeggiCsv(File(QStringLiteral("Prodotti")).mid(3));
+    const QStringList seconda = Righe(File(QStringLiteral("Prodotti")));
     ASSERT_EQ(seconda.size(), 3);
-    EXPECT_EQ(seconda[1], (QStringList{"12", "Società \"Alfa\"; Beta", "FONDO2", "",
-                                       "1234,5"}));
+    EXPECT_EQ(seconda[1], "12;\"Società \"\"Alfa\"\"; Beta\";FONDO2;;1234,5;");
 }
 
 TEST_F(EsportaProva, ConfiguredProgramOpensTheFileOrIsNotFound)
@@ -261,11 +212,8 @@ TEST_F(EsportaProva, MatrixWritesEveryColumnOfTheGrid)
     const MatriceValori matrice({{QStringLiteral(" USD "), 1.0823, QVariant()},
                                  {QStringLiteral("CHF"), QStringLiteral("0,95"), 3}});
     EsportaMatrice(&griglia, matrice, QStringLiteral("GesCambi"));
-    const Righe righe = LeggiCsv(File(QStringLiteral("GesCambi")).mid(3));
-    ASSERT_EQ(righe.size(), 3);
-    EXPECT_EQ(righe[0], (QStringList{"MON", "CAMBIODEL", "NASCOSTA"}));
-    EXPECT_EQ(righe[1], (QStringList{"USD", "1,0823", ""}));
-    EXPECT_EQ(righe[2], (QStringList{"CHF", "0,95", "3"}));
+    EXPECT_EQ(Righe(File(QStringLiteral("GesCambi"))),
+              (QStringList{"MON;CAMBIODEL;NASCOSTA;", "USD;1,0823;;", "CHF;0,95;3;"}));
 }
 
 TEST_F(EsportaProva, RankingSplitsThePercentColumns)
@@ -284,16 +232,12 @@ TEST_F(EsportaProva, RankingSplitsThePercentColumns)
     griglia.setModel(&modello);
 
     EsportaClassifica(&griglia, nullptr, QStringLiteral("Classifica"));
-    const Righe righe = LeggiCsv(File(QStringLiteral("Classifica")).mid(3));
-    ASSERT_EQ(righe.size(), 3);
-    EXPECT_EQ(righe[0], (QStringList{"CLIENTE", "RENDIMENTO%", "SALDO", "PROGRESSIVO", "QUOTA",
-                                     "% A"}));
-    EXPECT_EQ(righe[1], (QStringList{"Rossi", "4,5%", "1000", "2500", "12%", "X"}));
-    EXPECT_EQ(righe[2], (QStringList{"Bianchi", "n.d.", "", "", "7%", "Y;Z"}));
+    EXPECT_EQ(Righe(File(QStringLiteral("Classifica"))),
+              (QStringList{"CLIENTE;RENDIMENTO%;SALDO;PROGRESSIVO;QUOTA;% A;",
+                           "Rossi;4,5%;1000;2500;12%;X;", "Bianchi;n.d.;;;7%;\"Y;Z\";"}));
 
     // Under another name the ranking writes as a plain grid.
     EsportaClassifica(&griglia, nullptr, QStringLiteral("Altro"));
-    const Righe piane = LeggiCsv(File(QStringLiteral("Altro")).mid(3));
-    EXPECT_EQ(piane[0].size(), 3);
-    EXPECT_EQ(piane[1][1], QStringLiteral("4,5% ; 1000 ; 2500"));
+    EXPECT_EQ(Righe(File(QStringLiteral("Altro"))).value(1),
+              "Rossi;\"4,5% ; 1000 ; 2500\";\"12%;X\";");
 }

@@ -126,6 +126,30 @@ TEST_F(Stampe, TuttiICampiDeiTemporanei)
     }
 }
 
+// Rows come back in the order written, not sorted; a missing number stays
+// Null; an empty table is no part; a missing table fails with its name.
+TEST_F(Stampe, RigheLetteComeScritte)
+{
+    DatiReport d;
+    d.corpo.append({{QStringLiteral("CCampo1"), QStringLiteral("vecchia")}});
+    ASSERT_TRUE(CaricaDatiReport(DbLavoro(), d));
+    EXPECT_TRUE(d.testa.isEmpty() && d.corpo.isEmpty() && d.piede.isEmpty());
+
+    ASSERT_TRUE(Esegui("INSERT INTO PrtCorpo (CCampo1, CNumero1) VALUES ('VERS', 1), "
+                       "('ALFA', 1), ('RISC', 1)"));
+    ASSERT_TRUE(Esegui("INSERT INTO PrtPiede (Pnumero1) VALUES (60)"));
+    QString errore;
+    ASSERT_TRUE(CaricaDatiReport(DbLavoro(), d, &errore)) << errore.toStdString();
+    ASSERT_EQ(d.corpo.size(), 3);
+    EXPECT_EQ(d.corpo.at(1).value("CCampo1").toString(), "ALFA");
+    EXPECT_TRUE(d.corpo.at(0).value("CNumero2").isNull());
+    EXPECT_EQ(d.piede.value("Pnumero1").toDouble(), 60);
+
+    ASSERT_TRUE(Esegui("DROP TABLE PrtPiede"));
+    EXPECT_FALSE(CaricaDatiReport(DbLavoro(), d, &errore));
+    EXPECT_TRUE(errore.contains("PrtPiede")) << errore.toStdString();
+}
+
 // Step 3 fails halfway: what it wrote goes, head row included, and the step's
 // words are told; a name the tables lack fails the same way.
 TEST_F(Stampe, TemporaneiErroreAggiornamento)
@@ -185,17 +209,6 @@ TEST_F(Stampe, StampaModuloAnteprima)
     EXPECT_EQ(consegnaStampa().ModuloCorrente, "Prova");
     EXPECT_TRUE(consegnaStampa().FormulaCorrente.isEmpty());
     EXPECT_EQ(sessione().CodiceStop, 0);
-}
-
-TEST_F(Stampe, ModuloMancante)
-{
-    ASSERT_TRUE(PreparaTemporanei(DatiEstratto(3)));
-    consegnaStampa().ModuloCorrente = QStringLiteral("Manca");
-    Gstampe g;
-    g.Load();
-    EXPECT_EQ(m_messaggi.testi(),
-              QStringList{"GESTORE REPORT " + modulo("Manca.rpt") + " INESISTENTE"});
-    EXPECT_TRUE(m_titoli.isEmpty());
 }
 
 // Any type but "P" and "D" is the preview.
@@ -264,14 +277,6 @@ TEST_F(Stampe, StampanteSceltaSenzaAnteprima)
     EXPECT_TRUE(m_titoli.isEmpty());
     EXPECT_EQ(m_messaggi.testi(), QStringList{"NESSUNA STAMPANTE PREDEFINITA"});
     EXPECT_EQ(impostazioni().TipoStampa, QLatin1Char('V'));
-}
-
-TEST(MotoreStampe, AvvioEFine)
-{
-    EXPECT_TRUE(AvviaMotoreStampe());
-    EXPECT_TRUE(MotoreStampeAttivo());
-    FermaMotoreStampe();
-    EXPECT_FALSE(MotoreStampeAttivo());
 }
 
 // The modules the set-up tool installs are read, filled and printed.

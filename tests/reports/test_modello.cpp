@@ -13,27 +13,6 @@ using namespace sorvane::prova;
 
 namespace {
 
-// Puts the report folders of the configuration back after a test.
-class CartelleReport
-{
-public:
-    CartelleReport(const QString &locale, const QString &comune)
-        : m_locale(impostazioni().PathReportOperatore), m_comune(impostazioni().PathReport)
-    {
-        impostazioni().PathReportOperatore = locale;
-        impostazioni().PathReport = comune;
-    }
-    ~CartelleReport()
-    {
-        impostazioni().PathReportOperatore = m_locale;
-        impostazioni().PathReport = m_comune;
-    }
-
-private:
-    QString m_locale;
-    QString m_comune;
-};
-
 QString Compila(const QString &testo, const DatiReport &dati)
 {
     const ModelloCompilato c = CompilaModello(LeggiModello(testo), dati);
@@ -69,7 +48,9 @@ TEST(CercaModulo, CartellaOperatorePrimaPoiComune)
               comune + "Dist.rpt");
     EXPECT_TRUE(PercorsoModulo(QStringLiteral("Manca.rpt"), op, comune).isEmpty());
 
-    CartelleReport cartelle(op, comune);
+    StatoSalvato stato;
+    impostazioni().PathReportOperatore = op;
+    impostazioni().PathReport = comune;
     MessaggiRegistrati msg;
     EXPECT_EQ(CercaModulo(QStringLiteral("Dist.rpt")), op + "Dist.rpt");
     EXPECT_TRUE(msg.testi().isEmpty());

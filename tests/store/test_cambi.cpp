@@ -52,7 +52,7 @@ TEST_F(Cambi, LUltimoCambioAllaDataDellaStessaMoneta)
     EXPECT_DOUBLE_EQ(CercaCambio(QStringLiteral("USD"), 37000), 0.93);
     EXPECT_EQ(statoCambi().DataCambioTrovata, 37000);
     EXPECT_DOUBLE_EQ(CercaCambio(QStringLiteral("USD"), 37399.9), 0.93);
-    EXPECT_DOUBLE_EQ(CercaCambio(QStringLiteral("USD"), 50000), 0.88);
+    EXPECT_DOUBLE_EQ(CercaCambio(QStringLiteral("usd"), 50000), 0.88);
     EXPECT_EQ(statoCambi().DataCambioTrovata, 37400);
 
     // Before USD's first rate the search lands on CHF's last: not an answer.

@@ -130,202 +130,140 @@ protected:
 
 UfficioProva *DatiDemo::s_ufficio = nullptr;
 
-TEST_F(DatiDemo, LireInteriPrimaDel2002EuroDopo)
+// Rows that break a rule of the office: there must be none.
+TEST_F(DatiDemo, NessunaRigaFuoriRegola)
 {
-    for (const QString t : {"Distinte", "Distinte04"}) {
-        SCOPED_TRACE(qPrintable(t));
-        EXPECT_EQ(N("SELECT COUNT(*) FROM " + t + " WHERE dstData < ? AND (dstMoneta <> 'LIT' "
-                    "OR dstImporto <> ROUND(dstImporto) OR dstImporto <= 0)", {GiornoEuro}), 0);
-        EXPECT_EQ(N("SELECT COUNT(*) FROM " + t + " WHERE dstData >= ? AND (dstMoneta <> 'EUR' "
-                    "OR ABS(dstImporto * 100 - ROUND(dstImporto * 100)) > 1e-6 OR "
-                    "dstImporto <= 0)", {GiornoEuro}), 0);
-        EXPECT_GT(N("SELECT COUNT(*) FROM " + t + " WHERE dstData < ?", {GiornoEuro}), 0);
+    const QVariantList euro{GiornoEuro, GiornoEuro};
+    using Regola = std::pair<QString, QVariantList>;
+    QList<Regola> regole = {
+        // Between the first slips and the run date.
+        {"SELECT COUNT(*) FROM Distinte WHERE dstData > ? OR dstData < ?",
+         {GiornoDaData(Oggi), GiornoDaData(QDate(1999, 1, 1))}},
+        // One row "0", at most one row "1", both with the same header and flag.
+        {"SELECT COUNT(*) FROM Distinte WHERE dstPrg NOT IN ('0', '1')", {}},
+        {"SELECT COUNT(*) FROM (SELECT dstCodice FROM Distinte GROUP BY dstCodice "
+         "HAVING SUM(dstPrg = '0') <> 1 OR COUNT(*) > 2 OR COUNT(DISTINCT dstChiusa) > 1 "
+         "OR COUNT(DISTINCT dstCliente) > 1 OR COUNT(DISTINCT dstData) > 1)", {}},
+        // Every code points at a row of its table.
+        {"SELECT COUNT(*) FROM Distinte WHERE dstCliente NOT IN (SELECT CliCodice FROM Clienti) "
+         "OR dstCausale NOT IN (SELECT Codice FROM DistCausali) "
+         "OR dstDitta NOT IN (SELECT SocNome FROM Societa) "
+         "OR (dstBanca <> ' ' AND dstBanca NOT IN (SELECT CodBanca FROM DistBanche)) "
+         "OR dstCodP0 = ' ' "
+         "OR RTRIM(dstCodP0, char(10)) NOT IN (SELECT Codice FROM TabProdotti)", {}},
+        {"SELECT COUNT(*) FROM Distinte04 WHERE dstCliente NOT IN "
+         "(SELECT CliCodice FROM Clienti) OR dstCausale NOT IN (SELECT Codice FROM DistCausali)",
+         {}},
+        {"SELECT COUNT(*) FROM TabProdotti WHERE Categoria NOT IN (SELECT Codice FROM "
+         "TabCategorie) OR Gruppo NOT IN (SELECT GrpCodice FROM TabGruppi) OR LENGTH(ISIN) <> 12",
+         {}},
+        // A split product's shares make 100.
+        {"SELECT COUNT(*) FROM TabProdotti WHERE BuoniCattivi = 9 AND (SELECT "
+         "SUM(MpPercentuale) FROM TabMultiPartner WHERE MpProdotto = Codice) IS NOT 100", {}},
+        {"SELECT COUNT(*) FROM Clienti WHERE CliRagsoc = '' OR (CliSesso IN ('M', 'F') AND "
+         "LENGTH(CliCodiceFiscale) <> 16)", {}},
+        // A member's team number is in its extended name, and a number there
+        // means membership of that team.
+        {"SELECT COUNT(*) FROM Squadre s JOIN Clienti c ON c.CliCodice = s.Cliente "
+         "WHERE TRIM(c.CliRagsocEstesa) <> CAST(s.Squadra AS TEXT)", {}},
+        {"SELECT COUNT(*) FROM Clienti c WHERE CAST(c.CliRagsocEstesa AS INTEGER) > 0 "
+         "AND NOT EXISTS (SELECT 1 FROM Squadre s WHERE s.Cliente = c.CliCodice)", {}},
+        // The last visit on the card is the newest in the visits file, so that
+        // loading a client finds nothing to correct.
+        {"SELECT COUNT(*) FROM Clienti c WHERE c.CliUltimaVisita <> COALESCE((SELECT "
+         "MAX(VsData) FROM VisiteN v WHERE v.VsCliente = c.CliCodice), 0)", {}},
+        {"SELECT COUNT(*) FROM TabCambi WHERE CmbValore <= 0 OR CmbData > ?",
+         {GiornoDaData(Oggi)}},
+    };
+    // A slip is closed ("S") exactly when no slice of either row holds the
+    // open mark, and the mark only ever ends a slice.
+    regole << Regola{"SELECT COUNT(*) FROM (SELECT MAX(dstChiusa) AS c, MAX(instr(dstCodP0 || "
+                     "dstCodP1 || dstCodP2 || dstCodP3 || dstCodP4, char(10))) > 0 AS aperto "
+                     "FROM Distinte GROUP BY dstCodice) WHERE c <> CASE WHEN aperto THEN ' ' "
+                     "ELSE 'S' END", {}};
+    for (int i = 0; i < 5; ++i)
+        regole << Regola{QStringLiteral("SELECT COUNT(*) FROM Distinte WHERE dstCodP%1 = '' OR "
+                                        "instr(dstCodP%1, char(10)) NOT IN (0, "
+                                        "length(dstCodP%1))").arg(i), {}};
+    // Whole lire before 2002, euro cents after, every amount positive.
+    for (const QString t : {"Distinte", "Distinte04"})
+        regole << Regola{"SELECT COUNT(*) FROM " + t + " WHERE dstImporto <= 0 OR (dstData < ? "
+                         "AND (dstMoneta <> 'LIT' OR dstImporto <> ROUND(dstImporto))) OR "
+                         "(dstData >= ? AND (dstMoneta <> 'EUR' OR ABS(dstImporto * 100 - "
+                         "ROUND(dstImporto * 100)) > 1e-6))", euro};
+    for (const auto &[sql, valori] : regole)
+        EXPECT_EQ(N(sql, valori), 0) << qPrintable(sql);
+    for (const Tabella &t : Tabelle()) {
+        for (const Colonna &c : t.colonne) {
+            if (c.tipo == Tipo::Testo) {
+                EXPECT_EQ(N(QStringLiteral("SELECT COUNT(*) FROM \"%1\" WHERE LENGTH(\"%2\") > ?")
+                                .arg(t.nome, c.nome), {c.larghezza}), 0)
+                    << qPrintable(t.nome + "." + c.nome);
+            }
+        }
     }
-    EXPECT_GT(N("SELECT COUNT(*) FROM Distinte WHERE dstData >= ?", {GiornoEuro}), 0);
-    // Every movement lies between the first slips and the run date.
-    EXPECT_EQ(N("SELECT COUNT(*) FROM Distinte WHERE dstData > ? OR dstData < ?",
-                {GiornoDaData(Oggi), GiornoDaData(QDate(1999, 1, 1))}), 0);
 }
 
-TEST_F(DatiDemo, OgniMovimentoHaLaRigaZeroELaChiusaDeiSuoiSegni)
+// Enough of each kind for the screens to show something of every case.
+TEST_F(DatiDemo, DiOgniCasoQualcuno)
 {
-    EXPECT_EQ(N("SELECT COUNT(*) FROM Distinte WHERE dstPrg NOT IN ('0', '1')"), 0);
-    // One row "0", at most one row "1", both with the same header and flag.
-    EXPECT_EQ(N("SELECT COUNT(*) FROM (SELECT dstCodice FROM Distinte GROUP BY dstCodice "
-                "HAVING SUM(dstPrg = '0') <> 1 OR COUNT(*) > 2 OR COUNT(DISTINCT dstChiusa) > 1 "
-                "OR COUNT(DISTINCT dstCliente) > 1 OR COUNT(DISTINCT dstData) > 1)"), 0);
+    const QVariantList euro{GiornoEuro};
+    EXPECT_GT(N("SELECT COUNT(*) FROM Distinte WHERE dstData < ?", euro), 0);
+    EXPECT_GT(N("SELECT COUNT(*) FROM Distinte04 WHERE dstData < ?", euro), 0);
+    EXPECT_GT(N("SELECT COUNT(*) FROM Distinte WHERE dstData >= ?", euro), 0);
     EXPECT_GT(N("SELECT COUNT(*) FROM Distinte WHERE dstPrg = '1'"), 0);
-
-    // "S" exactly when no slice of either row holds the open mark, and the
-    // mark only ever ends a slice.
-    QSqlQuery q(db());
-    ASSERT_TRUE(q.exec(QStringLiteral(
-        "SELECT dstCodice, dstChiusa, dstData, dstCodP0, dstCodP1, dstCodP2, dstCodP3, "
-        "dstCodP4 FROM Distinte ORDER BY dstCodice, dstPrg")));
-    QMap<int, bool> segnato;
-    QMap<int, QString> chiusa;
-    QMap<int, int> data;
-    while (q.next()) {
-        const int codice = q.value(0).toInt();
-        chiusa[codice] = q.value(1).toString();
-        data[codice] = q.value(2).toInt();
-        for (int i = 3; i < 8; ++i) {
-            const QString fetta = q.value(i).toString();
-            EXPECT_LE(fetta.size(), 15);
-            EXPECT_FALSE(fetta.isEmpty());
-            const int segno = fetta.indexOf(QChar(10));
-            EXPECT_TRUE(segno < 0 || segno == fetta.size() - 1) << codice;
-            segnato[codice] = segnato[codice] || segno >= 0;
-        }
-    }
-    int aperti = 0, vecchi = 0, vecchiAperti = 0;
-    for (auto it = chiusa.cbegin(); it != chiusa.cend(); ++it) {
-        EXPECT_EQ(it.value(), segnato[it.key()] ? QStringLiteral(" ") : QStringLiteral("S"))
-            << it.key();
-        aperti += segnato[it.key()];
-        if (GiornoDaData(Oggi) - data[it.key()] > 365) {
-            ++vecchi;
-            vecchiAperti += segnato[it.key()];
-        }
-    }
-    EXPECT_GT(aperti, 0);
-    EXPECT_LT(vecchiAperti * 20, vecchi); // old slips are nearly all confirmed
+    EXPECT_GT(N("SELECT COUNT(*) FROM Distinte WHERE dstChiusa = ' '"), 0);
+    // Slips older than a year are nearly all confirmed.
+    const QString vecchi = "SELECT COUNT(DISTINCT dstCodice) FROM Distinte WHERE dstData < ?";
+    const QVariantList annoFa{GiornoDaData(Oggi) - 365};
+    EXPECT_LT(N(vecchi + " AND dstChiusa = ' '", annoFa) * 20, N(vecchi, annoFa));
+    const qint64 clienti = N("SELECT COUNT(*) FROM Clienti");
+    EXPECT_GE(clienti, 200);
+    EXPECT_LE(clienti, 500);
+    EXPECT_GT(N("SELECT COUNT(*) FROM VisiteN"), clienti);
+    EXPECT_GT(N("SELECT COUNT(*) FROM Clienti WHERE CliCategoria = 'ZZZZZ'"), 5);
+    EXPECT_GT(N("SELECT COUNT(*) FROM Clienti WHERE CliRagsoc LIKE ?", {"%'%"}), 0);
+    EXPECT_GT(N("SELECT COUNT(DISTINCT Squadra) FROM Squadre"), 5);
+    // The lira's fixed rate, one dollar rate a month from January 1999.
+    EXPECT_DOUBLE_EQ(Valore(db(), QStringLiteral("SELECT CmbValore FROM TabCambi WHERE "
+                                                 "CmbMoneta = 'LIT' AND CmbData <= ?"),
+                            {GiornoDaData(QDate(1999, 1, 4))}).toDouble(),
+                     1936.27);
+    EXPECT_EQ(N("SELECT COUNT(*) FROM TabCambi WHERE CmbMoneta = 'USD'"),
+              (Oggi.year() - 1999) * 12 + Oggi.month());
 }
 
 TEST_F(DatiDemo, IMovimentiSempliciSonoCopiatiNelLibro04)
 {
-    QSqlQuery uno(db());
-    ASSERT_TRUE(uno.exec(QStringLiteral(
-        "SELECT dstDitta, dstData, dstCliente, dstCausale, dstMoneta, dstImporto, dstCodP0, "
-        "dstCodP1, dstCodP2, dstCodP3, dstCodP4 FROM Distinte d WHERE NOT EXISTS "
-        "(SELECT 1 FROM Distinte g WHERE g.dstCodice = d.dstCodice AND g.dstPrg = '1') "
-        "ORDER BY dstCodice")));
-    QSqlQuery quattro(db());
-    ASSERT_TRUE(quattro.exec(QStringLiteral(
-        "SELECT dstDitta, dstData, dstCliente, dstCausale, dstMoneta, dstImporto, dstCodP "
-        "FROM Distinte04 WHERE dstCodice < 800000000 ORDER BY dstCodice")));
-    int copiati = 0;
-    while (uno.next()) {
-        ASSERT_TRUE(quattro.next()) << copiati;
-        for (int i = 0; i < 6; ++i)
-            EXPECT_EQ(uno.value(i), quattro.value(i)) << copiati << " " << i;
-        QStringList fette;
-        for (int i = 6; i < 11; ++i) {
-            const QString f = uno.value(i).toString().section(QChar(10), 0, 0).trimmed();
-            if (!f.isEmpty())
-                fette << f;
-        }
-        EXPECT_EQ(quattro.value(6).toString(), fette.join(QLatin1Char(','))) << copiati;
-        ++copiati;
-    }
-    EXPECT_FALSE(quattro.next());
+    // Row by row in code order: the same fields, and the slices' codes joined
+    // by "," without their open marks.
+    QStringList fette;
+    for (int i = 0; i < 5; ++i)
+        fette << QStringLiteral("CASE WHEN %1 <> '' THEN ',' || %1 ELSE '' END")
+                     .arg(QStringLiteral("trim(replace(dstCodP%1, char(10), ''))").arg(i));
+    const QString campi = "dstDitta, dstData, dstCliente, dstCausale, dstMoneta, dstImporto, ";
+    const QString uguali = "SELECT COUNT(*) FROM uno JOIN quattro q USING (n) WHERE "
+                           "(uno.dstDitta, uno.dstData, uno.dstCliente, uno.dstCausale, "
+                           "uno.dstMoneta, uno.dstImporto, uno.fette) IS (q.dstDitta, q.dstData, "
+                           "q.dstCliente, q.dstCausale, q.dstMoneta, q.dstImporto, q.fette)";
+    EXPECT_EQ(N("WITH uno AS (SELECT ROW_NUMBER() OVER (ORDER BY dstCodice) AS n, " + campi
+                + "ltrim(" + fette.join(" || ") + ", ',') AS fette FROM Distinte d WHERE NOT "
+                "EXISTS (SELECT 1 FROM Distinte g WHERE g.dstCodice = d.dstCodice AND g.dstPrg "
+                "= '1')), quattro AS (SELECT ROW_NUMBER() OVER (ORDER BY dstCodice) AS n, "
+                + campi + "dstCodP AS fette FROM Distinte04 WHERE dstCodice < 800000000) "
+                "SELECT (SELECT COUNT(*) FROM uno) + (SELECT COUNT(*) FROM quattro) - 2 * ("
+                + uguali + ")"), 0);
     EXPECT_EQ(N("SELECT MIN(dstCodice) FROM Distinte04"), 1);
 
-    // The yearly balances: numbered from 800000001, in lire, on the first of
-    // January of the year that their text names.
-    QSqlQuery saldi(db());
-    ASSERT_TRUE(saldi.exec(QStringLiteral(
-        "SELECT dstCodice, dstData, dstCausale, dstMoneta, dstCodP FROM Distinte04 "
-        "WHERE dstCodice > 800000000 ORDER BY dstCodice")));
-    int numero = 800000000;
-    while (saldi.next()) {
-        EXPECT_EQ(saldi.value(0).toInt(), ++numero);
-        const QDate d = DataDaGiorno(saldi.value(1).toInt());
-        EXPECT_EQ(d, QDate(d.year(), 1, 1));
-        EXPECT_TRUE(saldi.value(2).toString() == "007" || saldi.value(2).toString() == "008");
-        EXPECT_EQ(saldi.value(3).toString(), QStringLiteral("LIT"));
-        EXPECT_EQ(saldi.value(4).toString(),
-                  QStringLiteral("al 31/12/%1 Movimenti vari").arg(d.year()));
-    }
-    EXPECT_GT(numero, 800000010);
-}
-
-TEST_F(DatiDemo, IMovimentiRimandanoAlleTabelle)
-{
-    const QStringList orfani = {
-        QStringLiteral("SELECT COUNT(*) FROM Distinte WHERE dstCliente NOT IN "
-                       "(SELECT CliCodice FROM Clienti)"),
-        QStringLiteral("SELECT COUNT(*) FROM Distinte WHERE dstCausale NOT IN "
-                       "(SELECT Codice FROM DistCausali)"),
-        QStringLiteral("SELECT COUNT(*) FROM Distinte WHERE dstDitta NOT IN "
-                       "(SELECT SocNome FROM Societa)"),
-        QStringLiteral("SELECT COUNT(*) FROM Distinte WHERE dstBanca <> ' ' AND dstBanca NOT "
-                       "IN (SELECT CodBanca FROM DistBanche)"),
-        QStringLiteral("SELECT COUNT(*) FROM Distinte WHERE dstCodP0 = ' ' OR "
-                       "RTRIM(dstCodP0, char(10)) NOT IN (SELECT Codice FROM TabProdotti)"),
-        QStringLiteral("SELECT COUNT(*) FROM Distinte04 WHERE dstCliente NOT IN "
-                       "(SELECT CliCodice FROM Clienti) OR dstCausale NOT IN "
-                       "(SELECT Codice FROM DistCausali)"),
-        QStringLiteral("SELECT COUNT(*) FROM TabProdotti WHERE Categoria NOT IN "
-                       "(SELECT Codice FROM TabCategorie) OR Gruppo NOT IN "
-                       "(SELECT GrpCodice FROM TabGruppi)"),
-        // A split product's shares make 100.
-        QStringLiteral("SELECT COUNT(*) FROM TabProdotti WHERE BuoniCattivi = 9 AND "
-                       "(SELECT SUM(MpPercentuale) FROM TabMultiPartner WHERE MpProdotto = "
-                       "Codice) IS NOT 100"),
-    };
-    for (const QString &sql : orfani)
-        EXPECT_EQ(N(sql), 0) << qPrintable(sql);
-}
-
-TEST_F(DatiDemo, ClientiChiusiSquadreApostrofiEVisite)
-{
-    const qint64 clienti = N("SELECT COUNT(*) FROM Clienti");
-    EXPECT_GE(clienti, 200);
-    EXPECT_LE(clienti, 500);
-    EXPECT_GT(N("SELECT COUNT(*) FROM Clienti WHERE CliCategoria = 'ZZZZZ'"), 5);
-    EXPECT_GT(N("SELECT COUNT(*) FROM Clienti WHERE CliRagsoc LIKE ?", {"%'%"}), 0);
-    EXPECT_EQ(N("SELECT COUNT(*) FROM Clienti WHERE LENGTH(CliRagsoc) > 35 OR CliRagsoc = ''"),
-              0);
-    EXPECT_EQ(N("SELECT COUNT(*) FROM Clienti WHERE CliSesso IN ('M', 'F') AND "
-                "LENGTH(CliCodiceFiscale) <> 16"), 0);
-
-    // A member's team number is in its extended name, and a number there
-    // means membership of that team.
-    EXPECT_GT(N("SELECT COUNT(DISTINCT Squadra) FROM Squadre"), 5);
-    EXPECT_EQ(N("SELECT COUNT(*) FROM Squadre s JOIN Clienti c ON c.CliCodice = s.Cliente "
-                "WHERE TRIM(c.CliRagsocEstesa) <> CAST(s.Squadra AS TEXT)"), 0);
-    EXPECT_EQ(N("SELECT COUNT(*) FROM Clienti c WHERE CAST(c.CliRagsocEstesa AS INTEGER) > 0 "
-                "AND NOT EXISTS (SELECT 1 FROM Squadre s WHERE s.Cliente = c.CliCodice)"), 0);
-
-    // The last visit on the card is the newest in the visits file, so that
-    // loading a client finds nothing to correct.
-    EXPECT_GT(N("SELECT COUNT(*) FROM VisiteN"), clienti);
-    EXPECT_EQ(N("SELECT COUNT(*) FROM Clienti c WHERE c.CliUltimaVisita <> COALESCE((SELECT "
-                "MAX(VsData) FROM VisiteN v WHERE v.VsCliente = c.CliCodice), 0)"), 0);
-}
-
-TEST_F(DatiDemo, CambiDellaLiraFissiEDelleAltreMensili)
-{
-    EXPECT_DOUBLE_EQ(Valore(db(), QStringLiteral("SELECT CmbValore FROM TabCambi WHERE "
-                                                 "CmbMoneta = ? AND CmbData <= ?"),
-                            {QStringLiteral("LIT"), GiornoDaData(QDate(1999, 1, 4))})
-                         .toDouble(),
-                     1936.27);
-    // One dollar rate a month from January 1999 to the run date.
-    const int mesi = (Oggi.year() - 1999) * 12 + Oggi.month();
-    EXPECT_EQ(N("SELECT COUNT(*) FROM TabCambi WHERE CmbMoneta = 'USD'"), mesi);
-    EXPECT_EQ(N("SELECT COUNT(*) FROM TabCambi WHERE CmbValore <= 0 OR CmbData > ?",
-                {GiornoDaData(Oggi)}), 0);
-    const double dollaro2008 = Valore(db(), QStringLiteral(
-        "SELECT AVG(CmbValore) FROM TabCambi WHERE CmbMoneta = 'USD' AND CmbData BETWEEN ? AND ?"),
-        {GiornoDaData(QDate(2008, 1, 1)), GiornoDaData(QDate(2008, 12, 31))}).toDouble();
-    EXPECT_GT(dollaro2008, 1.3);
-    EXPECT_LT(dollaro2008, 1.6);
-}
-
-TEST_F(DatiDemo, OgniTestoStaNellaSuaLarghezza)
-{
-    for (const Tabella &t : Tabelle()) {
-        for (const Colonna &c : t.colonne) {
-            if (c.tipo != Tipo::Testo)
-                continue;
-            EXPECT_EQ(N(QStringLiteral("SELECT COUNT(*) FROM \"%1\" WHERE LENGTH(\"%2\") > ?")
-                            .arg(t.nome, c.nome), {c.larghezza}), 0)
-                << qPrintable(t.nome + "." + c.nome);
-        }
-    }
-    EXPECT_EQ(N("SELECT COUNT(*) FROM TabProdotti WHERE LENGTH(ISIN) <> 12"), 0);
+    // The yearly balances: numbered on from 800000001, in lire, on the first
+    // of January of the year that their text names.
+    const QString saldi = "FROM Distinte04 WHERE dstCodice > 800000000";
+    EXPECT_EQ(N("SELECT MAX(dstCodice) - 800000000 - COUNT(*) " + saldi), 0);
+    EXPECT_GT(N("SELECT COUNT(*) " + saldi), 10);
+    EXPECT_EQ(N("SELECT COUNT(*) " + saldi + " AND (dstMoneta <> 'LIT' OR dstCausale NOT IN "
+                "('007', '008') OR strftime('%m-%d', '1899-12-30', dstData || ' days') <> "
+                "'01-01' OR dstCodP <> 'al 31/12/' || strftime('%Y', '1899-12-30', dstData || "
+                "' days') || ' Movimenti vari')"), 0);
 }
 
 TEST(DatiDemoSemi, LoStessoSemeDaGliStessiDatiEUnAltroNo)

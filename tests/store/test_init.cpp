@@ -72,23 +72,15 @@ TEST_F(Installazione, CartellaNuovaProntaPerIlProgramma)
     EXPECT_FALSE(parole.contains("Connessione Tabelle Base"));
     EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join("|"));
 
-    EXPECT_EQ(Valore("SELECT group_concat(Codice || '=' || Totalizzatore, ' ') FROM "
-                     "(SELECT * FROM TabBuoCat ORDER BY Codice)").toString(),
-              "0=0 1=1 2=1 3=1 4=2 5=2 6=2 7=3 8=3 9=9");
     EXPECT_EQ(Valore("SELECT Descrizione FROM TabBuoCat WHERE Codice = '4'").toString(),
               "Redd.Var.: G.P.F.");
     EXPECT_EQ(Valore("SELECT group_concat(Codice || Segno, ' ') FROM "
                      "(SELECT * FROM DistCausali ORDER BY Codice)").toString(),
               "007+ 008- 900+");
-    for (const char *modulo : {"DistXdit", "DistXcli", "DistC04", "InterMed", "CliTel", "CliEtic"})
-        EXPECT_EQ(Valore(QString("SELECT MdFile FROM Moduli WHERE MdKey = '%1'").arg(modulo))
-                      .toString(),
-                  QString(modulo) + ".rpt");
+    EXPECT_EQ(Valore("SELECT MdFile FROM Moduli WHERE MdKey = 'DistC04'").toString(),
+              "DistC04.rpt");
     EXPECT_EQ(Valore("SELECT Codice FROM TabNazioni WHERE GesCmb > 0 ORDER BY GesCmb").toString(),
               "EUR");
-    EXPECT_EQ(Valore("SELECT count(*) FROM TabNazioni WHERE Codice = 'LIT' AND TipoNaz = 'S'")
-                  .toInt(),
-              1);
     EXPECT_EQ(Valore("SELECT count(*) FROM Distinte").toInt(), 0);
     EXPECT_EQ(Valore("SELECT count(*) FROM dati.sqlite_master WHERE name = 'Distinte_data'")
                   .toInt(),

@@ -80,35 +80,6 @@ TEST(Schema, IlDizionarioECoerente)
                   ElencoAllegati().end());
 }
 
-TEST(Schema, LeChiaviCheISchermiCercano)
-{
-    const auto chiave = [](const char *tabella, const char *indice) {
-        const Tabella *t = TrovaTabella(QString::fromLatin1(tabella));
-        if (!t || !t->indice(QString::fromLatin1(indice)))
-            return QStringLiteral("?");
-        return t->indice(QString::fromLatin1(indice))->colonne.join(QLatin1Char(','));
-    };
-    EXPECT_EQ(chiave("Distinte", "primaria"), "dstCodice,dstPrg");
-    EXPECT_EQ(chiave("BkDistinte", "primaria"), "dstCodice,dstPrg");
-    EXPECT_EQ(chiave("Distinte04", "primaria"), "dstCodice");
-    EXPECT_EQ(chiave("WInterMedi", "primaria"), "dstCodice");
-    EXPECT_EQ(chiave("TabCambi", "primaria"), "CmbMoneta,CmbData");
-    EXPECT_EQ(chiave("Clienti", "primaria"), "CliCodice");
-    EXPECT_EQ(chiave("TabProdotti", "primaria"), "Codice");
-    EXPECT_EQ(chiave("LayOutCol", "primaria"), "LcChiave");
-    for (const char *codici : {"DistCausali", "TabProvincie", "TabCliAttivita",
-                               "TabCliRelazioni", "TabCliReferenze", "TabCliRiconoscimenti",
-                               "TabCausali", "TabTipiMand"}) {
-        EXPECT_EQ(chiave(codici, "primaria"), "Codice") << codici;
-        EXPECT_EQ(chiave(codici, "secondaria"), "Descrizione") << codici;
-    }
-    EXPECT_EQ(chiave("TabAzioni", "secondaria"), "TbaDescrizione");
-    // The client record buffer cuts at these widths.
-    EXPECT_EQ(TrovaTabella("Clienti")->colonna("CliRagsoc")->larghezza, 35);
-    EXPECT_EQ(TrovaTabella("Clienti")->colonna("cliragsoc")->larghezza, 35);
-    EXPECT_EQ(TrovaTabella("Distinte")->colonna("dstCodP3")->larghezza, 15);
-}
-
 TEST(Schema, UnFileNuovoHaTutteLeTabelleEGliIndici)
 {
     prova::CartellaProva cartella;
@@ -170,6 +141,4 @@ TEST_F(FileDati, IFiltriDelleListeUsanoUnIndice)
                     .contains("Distinte04_cliente"));
     EXPECT_TRUE(piano("SELECT * FROM TabCambi WHERE CmbMoneta = 'usd' AND CmbData <= 37000")
                     .contains("TabCambi_primaria"));
-    EXPECT_TRUE(piano("SELECT * FROM Clienti WHERE CliRagsoc BETWEEN \"ROSSI\" AND \"ROSSIzzz\"")
-                    .contains("Clienti_ragsoc"));
 }

@@ -1,7 +1,10 @@
 #pragma once
 
-// A temporary folder for one test, removed at its end, and a locale pinned
-// for the test's length.
+// A temporary folder for one test, removed at its end; a locale, the
+// settings and the session pinned for the test's length.
+
+#include "frame/core/Impostazioni.h"
+#include "frame/core/Sessione.h"
 
 #include <QLocale>
 #include <QString>
@@ -33,6 +36,22 @@ public:
 
 private:
     QLocale m_prima;
+};
+
+// The settings and the session as they were, put back at the end of a test.
+class StatoSalvato
+{
+public:
+    StatoSalvato() : m_impostazioni(impostazioni()), m_sessione(sessione()) {}
+    ~StatoSalvato()
+    {
+        impostazioni() = m_impostazioni;
+        sessione() = m_sessione;
+    }
+
+private:
+    Impostazioni m_impostazioni;
+    Sessione m_sessione;
 };
 
 inline QLocale Italiano() { return QLocale(QLocale::Italian, QLocale::Italy); }
