@@ -248,12 +248,6 @@ TEST_F(StampaDist, TestaDittaEModulo)
     EXPECT_EQ(m_titoli, QStringList({"Modulo:  'DistXcli'", "Modulo:  'DistXdit'",
                                      "Modulo:  'DistXdit'"}));
     EXPECT_TRUE(m_messaggi.testi().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
-
-    // The office may point a key at a module of its own.
-    Scrivi(QStringLiteral("INSERT INTO Moduli (MdKey, MdPrg, MdFile) VALUES (?, 1, ?)"),
-           {QStringLiteral("DistXcli"), QStringLiteral("DistXdit.rpt")});
-    ASSERT_TRUE(Stampa(Filtro("//", "//", Arca, "13")));
-    EXPECT_EQ(m_titoli.constLast(), "Modulo:  'DistXdit'");
 }
 
 // Nothing to print: no preview, no word, and the last print's rows stay.
@@ -300,13 +294,6 @@ TEST_F(StampaDist, PassoFallito)
     EXPECT_EQ(Conta("PrtCorpo"), 0);
     EXPECT_EQ(Conta("PrtTesta"), 0);
     Scrivi(QStringLiteral("DROP TRIGGER Rifiuta"));
-
-    // The staging tables cannot be emptied.
-    Scrivi(QStringLiteral("CREATE TRIGGER NonSvuotare BEFORE DELETE ON PrtTesta "
-                          "BEGIN SELECT RAISE(ABORT, 'no'); END"));
-    Scrivi(QStringLiteral("INSERT INTO PrtTesta (TCampo1) VALUES ('vecchio')"));
-    fallisce(QString(), 1, QStringLiteral("ERRORE 1: PULIZIA TEMPORANEI DI STAMPA"));
-    Scrivi(QStringLiteral("DROP TRIGGER NonSvuotare"));
 
     // The firm's card cannot be read: the writing step fails.
     Scrivi(QStringLiteral("DROP TABLE Societa"));
