@@ -11,7 +11,6 @@
 #include "frame/core/Giorni.h"
 #include "frame/core/Messaggi.h"
 #include "frame/core/Sessione.h"
-#include "store/Cliente.h"
 #include "store/Tabelle.h"
 
 #include <QComboBox>
@@ -25,12 +24,6 @@ namespace sorvane {
 namespace {
 
 const QString ErroreModifica = QStringLiteral("Errore in aggiornamento del movimento");
-
-// A code as the form shows it: without its mark; one blank for none.
-QString CodiceNelModulo(const QString &fetta)
-{
-    return FettaSalvata(TagliaMarca(fetta));
-}
 
 // The engine's words, when there are any, under the message.
 QString ConMotivo(const QString &testo, const QString &motivo)
@@ -113,31 +106,10 @@ void GesDist::apriModifica(std::int32_t codice)
 
 void GesDist::riempiModifica(const Movimento &m)
 {
-    const RigaDistinta &r = m.principale;
-    m_cmbSoc0->setCurrentIndex(m_cmbSoc0->findText(r.dstDitta.trimmed()));
-    m_cmbBanca->setCurrentIndex(m_cmbBanca->findText(r.dstBanca.trimmed()));
-    const QDate data = DataDaGiorno(r.dstData);
-    m_campi->imposta(CampoGiorno, data.toString(QStringLiteral("dd")));
-    m_campi->imposta(CampoMese, data.toString(QStringLiteral("MM")));
-    m_campi->imposta(CampoAnno, data.toString(QStringLiteral("yyyy")));
-    m_controllo->ClienteCorrente = r.dstCliente;
-    CaricaCliente(r.dstCliente);
-    m_campi->imposta(CampoCodiceCliente, QString::number(r.dstCliente));
-    m_campi->imposta(CampoNomeCliente, Cli().Ragsoc);
-    m_campi->imposta(CampoCausale, r.dstCausale.trimmed());
-    m_controllo->ControllaCampo(CampoCausale);
+    m_cmbSoc0->setCurrentIndex(m_cmbSoc0->findText(m.principale.dstDitta.trimmed()));
+    m_cmbBanca->setCurrentIndex(m_cmbBanca->findText(m.principale.dstBanca.trimmed()));
+    MovimentoNeiCampi(*m_controllo, m);
     m_cauDes->setText(m_controllo->CauDes.value_or(QString()));
-    sessione().CodiceStop = 0;
-    for (int i = 0; i < FetteProdotto; ++i) {
-        m_campi->imposta(CampoPrimoProdotto + i, CodiceNelModulo(r.dstCodP[i]));
-        m_campi->imposta(CampoPrimoGiro + i,
-                         m.giro ? CodiceNelModulo(m.giro->dstCodP[i]) : QStringLiteral(" "));
-    }
-    const QString moneta = r.dstMoneta.trimmed();
-    m_campi->imposta(CampoMoneta, moneta);
-    m_campi->imposta(CampoImporto, FormatoImporto(moneta, r.dstImporto));
-    m_campi->imposta(CampoAssegno, r.dstAssegno.trimmed());
-    m_campi->imposta(CampoSpese, FormatoImporto(moneta, r.dstSpeseUT, true));
 }
 
 void GesDist::Conferma()

@@ -14,7 +14,6 @@
 #include "frame/core/Sessione.h"
 #include "lookup/Datario.h"
 #include "reports/Esporta.h"
-#include "store/Cliente.h"
 #include "store/Griglie.h"
 
 #include <QComboBox>
@@ -90,30 +89,10 @@ void InsDist::ApriMovimento(int riga)
         return;
     m_apriRicerca = true;
     m_codiceMovimento = codice;
-    const RigaDistinta &r = m->principale;
-    m_cmbSoc->setCurrentIndex(m_cmbSoc->findText(r.dstDitta.trimmed()));
-    m_cmbBanca->setCurrentIndex(qMax(0, m_cmbBanca->findText(r.dstBanca.trimmed())));
-    const QDate data = DataDaGiorno(r.dstData);
-    m_txt[CampoGiorno]->setText(data.toString(QStringLiteral("dd")));
-    m_txt[CampoMese]->setText(data.toString(QStringLiteral("MM")));
-    m_txt[CampoAnno]->setText(data.toString(QStringLiteral("yyyy")));
-    m_controllo->ClienteCorrente = r.dstCliente;
-    CaricaCliente(r.dstCliente);
-    m_txt[CampoCodiceCliente]->setText(QString::number(r.dstCliente));
-    m_txt[CampoNomeCliente]->setText(Cli().Ragsoc);
-    m_txt[CampoCausale]->setText(r.dstCausale.trimmed());
-    m_controllo->ControllaCampo(CampoCausale);
+    m_cmbSoc->setCurrentIndex(m_cmbSoc->findText(m->principale.dstDitta.trimmed()));
+    m_cmbBanca->setCurrentIndex(qMax(0, m_cmbBanca->findText(m->principale.dstBanca.trimmed())));
+    MovimentoNeiCampi(*m_controllo, *m);
     m_cauDes->setText(m_controllo->CauDes.value_or(QString()));
-    sessione().CodiceStop = 0;
-    for (int i = 0; i < FetteProdotto; ++i) {
-        m_txt[CampoPrimoProdotto + i]->setText(FettaSalvata(r.dstCodP[i]));
-        m_txt[CampoPrimoGiro + i]->setText(m->giro ? FettaSalvata(m->giro->dstCodP[i])
-                                                   : QStringLiteral(" "));
-    }
-    m_txt[CampoMoneta]->setText(r.dstMoneta.trimmed());
-    m_txt[CampoImporto]->setText(FormatoImporto(r.dstMoneta.trimmed(), r.dstImporto));
-    m_txt[CampoAssegno]->setText(r.dstAssegno.trimmed());
-    m_txt[CampoSpese]->setText(FormatoImporto(r.dstMoneta.trimmed(), r.dstSpeseUT, true));
     m_command1[1]->setText(QStringLiteral("&MODIFICA MOV"));
     m_command1[3]->setText(QStringLiteral("&CANCELLA MOV"));
     m_command1[1]->show();

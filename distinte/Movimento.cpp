@@ -4,6 +4,9 @@
 #include "distinte/Numerazione.h"
 #include "frame/core/Campi.h"
 #include "frame/core/Valore.h"
+#include "store/Cliente.h"
+#include "frame/core/Sessione.h"
+#include "frame/core/Giorni.h"
 #include "store/Schema.h"
 
 namespace sorvane {
@@ -204,6 +207,34 @@ Movimento MovimentoDaCampi(const CampiMaschera &txt, const QString &ditta,
     if (!giro.fetteVuote())
         m.giro = giro;
     return m;
+}
+
+void MovimentoNeiCampi(ControlloCampi &controllo, const Movimento &movimento)
+{
+    CampiMaschera &txt = controllo.txt;
+    const RigaDistinta &r = movimento.principale;
+    const QDate data = DataDaGiorno(r.dstData);
+    txt.imposta(CampoGiorno, data.toString(QStringLiteral("dd")));
+    txt.imposta(CampoMese, data.toString(QStringLiteral("MM")));
+    txt.imposta(CampoAnno, data.toString(QStringLiteral("yyyy")));
+    controllo.ClienteCorrente = r.dstCliente;
+    CaricaCliente(r.dstCliente);
+    txt.imposta(CampoCodiceCliente, QString::number(r.dstCliente));
+    txt.imposta(CampoNomeCliente, Cli().Ragsoc);
+    txt.imposta(CampoCausale, r.dstCausale.trimmed());
+    controllo.ControllaCampo(CampoCausale);
+    sessione().CodiceStop = 0;
+    const auto codice = [](const QString &fetta) { return FettaSalvata(TagliaMarca(fetta)); };
+    for (int i = 0; i < FetteProdotto; ++i) {
+        txt.imposta(CampoPrimoProdotto + i, codice(r.dstCodP[i]));
+        txt.imposta(CampoPrimoGiro + i,
+                    movimento.giro ? codice(movimento.giro->dstCodP[i]) : Blank);
+    }
+    const QString moneta = r.dstMoneta.trimmed();
+    txt.imposta(CampoMoneta, moneta);
+    txt.imposta(CampoImporto, FormatoImporto(moneta, r.dstImporto));
+    txt.imposta(CampoAssegno, r.dstAssegno.trimmed());
+    txt.imposta(CampoSpese, FormatoImporto(moneta, r.dstSpeseUT, true));
 }
 
 std::int32_t ScriviInLavoro(Recordset &bk, Movimento movimento)

@@ -16,6 +16,7 @@
 namespace sorvane {
 
 class CampiMaschera;
+struct ControlloCampi;
 
 inline constexpr QChar MarcaAperta = QChar(10);
 inline constexpr int FetteProdotto = 5;
@@ -87,6 +88,12 @@ bool AggiungiVisibile(const CampiMaschera &txt);
 Movimento MovimentoDaCampi(const CampiMaschera &txt, const QString &ditta,
                            const QString &banca, std::int32_t giorno,
                            std::int32_t cliente);
+
+// A movement brought back onto a screen's fields 1 to 20 for a change: the
+// date, the client (loaded, its code the current one), the reason checked
+// so that its words stand in controllo.CauDes, the codes without their
+// marks, the amounts as the currency lays them out. CodiceStop is 0 after.
+void MovimentoNeiCampi(ControlloCampi &controllo, const Movimento &movimento);
 
 // Writes a movement to `BkDistinte` (table on "primaria"): code 0 takes the
 // next provisional number; row "0" is added or changed; row "1" is added or
