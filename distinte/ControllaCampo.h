@@ -6,6 +6,8 @@
 // The failing field's index stands in sessione().CodiceStop; the caller
 // shows it with MostraErroreCampo and puts the focus on the field it names.
 
+#include "frame/core/Campi.h"
+
 #include <QMap>
 #include <QString>
 #include <cstdint>
@@ -40,7 +42,7 @@ enum CampoDistinta : int {
     CampoNomeFiltro = 28,
 };
 
-inline constexpr int TastoGiu = 40; // key code of the down arrow
+inline constexpr int TastoGiu = tasti::Giu;
 
 // Where a field stands, in twips, for the place of the client popup.
 struct PosizioneCampo

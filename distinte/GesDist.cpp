@@ -20,7 +20,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSqlQuery>
 #include <QTableView>
 #include <QTimer>
 #include <QToolButton>
@@ -392,28 +391,17 @@ void GesDist::carica()
     m_command1[2]->hide();
     m_cmdExcel->hide();
     CaricaLayoutGriglia(m_grid, ChiaveGriglia, 0);
-    m_larghezze = true;
     s.CodiceStop = fermo;
 }
 
 void GesDist::caricaCombo()
 {
-    auto riempi = [](QComboBox *combo, const QString &sql, const QString &campo, bool vuoto) {
-        combo->clear();
-        if (vuoto)
-            combo->addItem(QString());
-        QSqlQuery q(DbDati());
-        if (!q.exec(sql))
-            return;
-        while (q.next())
-            combo->addItem(q.value(campo).toString().trimmed());
-    };
     const QString societa = QStringLiteral("SELECT * FROM Societa ORDER BY SocNome");
-    riempi(m_cmbSoc0, societa, QStringLiteral("SocNome"), false);
-    riempi(m_cmbSoc1, societa, QStringLiteral("SocNome"), true);
+    RiempiCombo(m_cmbSoc0, societa, QStringLiteral("SocNome"));
+    RiempiCombo(m_cmbSoc1, societa, QStringLiteral("SocNome"), QString());
     // A blank first bank, so that a movement's bank can be taken away.
-    riempi(m_cmbBanca, QStringLiteral("SELECT * FROM DistBanche ORDER BY CodBanca"),
-           QStringLiteral("CodBanca"), true);
+    RiempiCombo(m_cmbBanca, QStringLiteral("SELECT * FROM DistBanche ORDER BY CodBanca"),
+                QStringLiteral("CodBanca"), QString());
 }
 
 void GesDist::PulisciFiltri()
@@ -457,8 +445,7 @@ void GesDist::closeEvent(QCloseEvent *evento)
 {
     tabelle().RsDistinte.Close();
     tabelle().RsDistinte04.Close();
-    if (m_larghezze)
-        SalvaLayoutGriglia(m_grid, ChiaveGriglia, 0);
+    SalvaLayoutGriglia(m_grid, ChiaveGriglia, 0);
     SalvaFinestra(this);
     evento->accept();
     if (!sessione().ModoProva)

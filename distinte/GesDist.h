@@ -190,7 +190,6 @@ private:
     bool m_apriRicerca = false; // a lookup or a button routine is running
     bool m_errore = false;      // a field's message is being shown
     bool m_attivato = false;
-    bool m_larghezze = false;   // the grid's widths are in place
 };
 
 } // namespace sorvane

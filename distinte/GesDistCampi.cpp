@@ -22,9 +22,6 @@ namespace sorvane {
 
 namespace {
 
-constexpr int TastoF4 = 115;
-constexpr int TastoInvio = 13;
-constexpr int TastoSu = 38;
 constexpr int MascheraCtrl = 2;
 
 bool CampoDelFiltro(int indice) { return indice >= CampoGiornoDal; }
@@ -59,7 +56,7 @@ bool GesDist::eventFilter(QObject *oggetto, QEvent *evento)
     const int tasto = static_cast<QKeyEvent *>(evento)->key();
     if (tasto == Qt::Key_Down || tasto == Qt::Key_Up) {
         // Up and down walk the fields of the panel in hand.
-        m_controllo->UltimoTasto = tasto == Qt::Key_Down ? TastoGiu : TastoSu;
+        m_controllo->UltimoTasto = tasto == Qt::Key_Down ? TastoGiu : tasti::Su;
         vaiA(campoVicino(indice, tasto == Qt::Key_Down ? 1 : -1));
         return true;
     }
@@ -69,7 +66,7 @@ bool GesDist::eventFilter(QObject *oggetto, QEvent *evento)
 
 bool GesDist::tastoGiu(int codice, int maschera)
 {
-    if (codice == TastoF4) {
+    if (codice == tasti::F4) {
         ApriRicercaCampo();
         return true;
     }
@@ -78,7 +75,7 @@ bool GesDist::tastoGiu(int codice, int maschera)
             RipetiMarca();
         return true;
     }
-    if (codice != TastoInvio)
+    if (codice != tasti::Invio)
         return false;
     switch (indiceDi(focusWidget())) {
     case CampoSpese:

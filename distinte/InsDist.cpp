@@ -24,7 +24,6 @@
 #include <QLineEdit>
 #include <QPalette>
 #include <QPushButton>
-#include <QSqlQuery>
 #include <QTableView>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -311,19 +310,10 @@ void InsDist::carica()
 
 void InsDist::caricaCombo()
 {
-    auto riempi = [](QComboBox *combo, const QString &sql, const QString &campo) {
-        combo->clear();
-        combo->addItem(QStringLiteral(" "));
-        QSqlQuery q(DbDati());
-        if (!q.exec(sql))
-            return;
-        while (q.next())
-            combo->addItem(q.value(campo).toString().trimmed());
-    };
-    riempi(m_cmbSoc, QStringLiteral("SELECT * FROM Societa ORDER BY SocNome"),
-           QStringLiteral("SocNome"));
-    riempi(m_cmbBanca, QStringLiteral("SELECT * FROM DistBanche ORDER BY CodBanca"),
-           QStringLiteral("CodBanca"));
+    RiempiCombo(m_cmbSoc, QStringLiteral("SELECT * FROM Societa ORDER BY SocNome"),
+                QStringLiteral("SocNome"), QStringLiteral(" "));
+    RiempiCombo(m_cmbBanca, QStringLiteral("SELECT * FROM DistBanche ORDER BY CodBanca"),
+                QStringLiteral("CodBanca"), QStringLiteral(" "));
 }
 
 bool InsDist::apriTemporaneo()

@@ -68,11 +68,11 @@ bool InsDist::eventFilter(QObject *oggetto, QEvent *evento)
             vaiA(campoSotto(indice));
             return true;
         case Qt::Key_Up:
-            m_controllo->UltimoTasto = 38;
+            m_controllo->UltimoTasto = tasti::Su;
             vaiA(campoSopra(indice));
             return true;
         case Qt::Key_Home:
-            m_controllo->UltimoTasto = 36;
+            m_controllo->UltimoTasto = tasti::Home;
             vaiA(CampoGiorno);
             return true;
         default:
@@ -89,11 +89,11 @@ bool InsDist::eventFilter(QObject *oggetto, QEvent *evento)
 
 bool InsDist::tastoGiu(int codice, int)
 {
-    if (codice == 115) { // F4
+    if (codice == tasti::F4) {
         ApriRicercaCampo();
         return true;
     }
-    if (codice == 13 && indiceDi(focusWidget()) == CampoAssegno) {
+    if (codice == tasti::Invio && indiceDi(focusWidget()) == CampoAssegno) {
         m_cmbBanca->setFocus(Qt::TabFocusReason);
         return true;
     }

@@ -114,11 +114,6 @@ std::int32_t ModelloDistinte::Codice(int riga) const
 
 QString ModelloDistinte::Prg(int riga) const { return grezzo(riga, GesRiga).trimmed(); }
 
-QString ModelloDistinte::Fetta(int riga, int colonna) const
-{
-    return ColonnaCodice(colonna) ? grezzo(riga, colonna) : QString();
-}
-
 int ModelloDistinte::columnCount(const QModelIndex &padre) const
 {
     // The headings stand before the first extraction as well.

@@ -46,7 +46,6 @@ public:
     // The stored values of a row.
     std::int32_t Codice(int riga) const;
     QString Prg(int riga) const;
-    QString Fetta(int riga, int colonna) const; // columns 4 to 8, mark and all
 
     int columnCount(const QModelIndex &padre = QModelIndex()) const override;
     QVariant data(const QModelIndex &indice, int ruolo = Qt::DisplayRole) const override;

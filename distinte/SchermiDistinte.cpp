@@ -1,9 +1,13 @@
 #include "distinte/SchermiDistinte.h"
 
+#include "store/Connessione.h"
+
+#include <QComboBox>
 #include <QFocusEvent>
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPalette>
+#include <QSqlQuery>
 #include <QStyledItemDelegate>
 #include <QTableView>
 
@@ -42,6 +46,19 @@ bool OrdinaDaTestata(QTableView *griglia, QObject *oggetto, QEvent *evento,
     ordina(testata->logicalIndexAt(mouse->position().toPoint()),
            mouse->button() != Qt::LeftButton);
     return true;
+}
+
+void RiempiCombo(QComboBox *combo, const QString &sql, const QString &campo,
+                 const std::optional<QString> &primo)
+{
+    combo->clear();
+    if (primo)
+        combo->addItem(*primo);
+    QSqlQuery q(DbDati());
+    if (!q.exec(sql))
+        return;
+    while (q.next())
+        combo->addItem(q.value(campo).toString().trimmed());
 }
 
 FuocoCampo FuocoDi(const QEvent *evento)

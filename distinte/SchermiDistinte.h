@@ -6,8 +6,12 @@
 // selecting. Their fields: which focus changes count as a field entered or
 // left for the checks.
 
-#include <functional>
+#include <QString>
 
+#include <functional>
+#include <optional>
+
+class QComboBox;
 class QEvent;
 class QObject;
 class QStyledItemDelegate;
@@ -24,6 +28,12 @@ void PreparaGrigliaDistinte(QTableView *griglia, QStyledItemDelegate *delegato,
 // direction; true when the event was such a press.
 bool OrdinaDaTestata(QTableView *griglia, QObject *oggetto, QEvent *evento,
                      const std::function<void(int colonna, bool discendente)> &ordina);
+
+// A combo filled with one field of a query's rows on the data file, trimmed,
+// after a first item `primo` when one is given; a failing query leaves it
+// with that item alone.
+void RiempiCombo(QComboBox *combo, const QString &sql, const QString &campo,
+                 const std::optional<QString> &primo = std::nullopt);
 
 enum class FuocoCampo { Nessuno, Entrato, Lasciato };
 // A message box or a popup taking the focus is no field left: the field

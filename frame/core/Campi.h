@@ -18,6 +18,17 @@ QVariant DataDaCampo(const QVariant &valore);
 // blank default is one blank); any other value gives its text, untrimmed.
 QString TestoDaCampo(const QVariant &valore, const QString &predefinito = QString());
 
+// Key codes of the classic keyboard, as the screens' key routines see them.
+namespace tasti {
+constexpr int Invio = 13;
+constexpr int Home = 36;
+constexpr int Su = 38;
+constexpr int Giu = 40;
+constexpr int F2 = 113;
+constexpr int F4 = 115;
+constexpr int F8 = 119;
+} // namespace tasti
+
 // Key filters: take the character code and change it to 0 to drop the key.
 // Digits, backspace and Ctrl+C/R/V.
 void SoloCifre(int &tasto);

@@ -21,9 +21,6 @@ namespace sorvane {
 
 namespace {
 
-constexpr int TastoInvio = 13;
-constexpr int TastoF2 = 113;
-constexpr int TastoF8 = 119;
 const QString Uscita = QStringLiteral("&USCITA");
 
 bool Con(int maschera, int bit) { return (maschera & bit) != 0; }
@@ -66,7 +63,7 @@ int CodiceTasto(int tastoQt)
     switch (tastoQt) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        return TastoInvio;
+        return tasti::Invio;
     case Qt::Key_Tab:
         return 9;
     case Qt::Key_Escape:
@@ -96,7 +93,7 @@ bool TastiComuni(int codice, int maschera, QWidget *schermo)
         ApriDocumento(QDir::rootPath());
         return true;
     }
-    if (codice == TastoF2) {
+    if (codice == tasti::F2) {
         if (t.TastoCtrl && t.TastoAlt) {
             if (Messaggio(QStringLiteral("FINE DI KELVAR?"), QStringLiteral("USCITA FORZATA"),
                           Icona::Esclamazione, Pulsanti::SiNo, 1)
@@ -117,7 +114,7 @@ bool TastiComuni(int codice, int maschera, QWidget *schermo)
         LanciaAccessorio(QStringLiteral("Sveglia"));
         return true;
     }
-    if (t.TastoCtrl && codice == TastoF8 && schermo) {
+    if (t.TastoCtrl && codice == tasti::F8 && schermo) {
         ScambiaTitolo(schermo);
         return true;
     }
@@ -244,7 +241,7 @@ bool Schermo::premuto(QObject *oggetto, QKeyEvent *tasto)
         return true;
     if (tastoGiu && tastoGiu(codice, maschera))
         return true;
-    if (codice == TastoInvio) {
+    if (codice == tasti::Invio) {
         // Enter moves on from a field and presses the button in focus; a
         // check box or an option keeps its state.
         if (auto *pulsante = qobject_cast<QPushButton *>(oggetto))
