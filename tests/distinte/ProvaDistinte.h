@@ -12,6 +12,7 @@
 #include "store/Tabelle.h"
 
 #include <QSqlQuery>
+#include <QSqlRecord>
 
 namespace sorvane::prova {
 
@@ -43,10 +44,6 @@ protected:
         m_bk = Tabella(QStringLiteral("BkDistinte"));
         m_dist = Tabella(QStringLiteral("Distinte"));
         m_controllo.ricerca.CercaNomi = [this](const QString &nome) { return Cerca(nome); };
-        m_controllo.ricerca.MostraLista = [this](int sinistra, int alto) {
-            m_posizioni.append({sinistra, alto});
-            return m_scelta;
-        };
     }
     void TearDown() override
     {
@@ -57,6 +54,54 @@ protected:
         ChiudiTabella();
         tabelle().NomeTabella.clear();
         ProvaAccesso::TearDown();
+    }
+
+    // A saved row: reason "001", in euro, no cheque nor bank.
+    static RigaDistinta Riga(std::int32_t codice, const QString &prg, int giorno, int cliente,
+                             const QString &ditta, const QStringList &fette, double importo = 100,
+                             const QString &chiusa = QStringLiteral(" "))
+    {
+        RigaDistinta r{.dstCodice = codice, .dstPrg = prg, .dstDitta = ditta, .dstData = giorno,
+                       .dstCliente = cliente, .dstCausale = QStringLiteral("001"),
+                       .dstMoneta = QStringLiteral("EUR"), .dstImporto = importo};
+        for (int i = 0; i < fette.size(); ++i)
+            r.dstCodP[i] = fette.at(i);
+        r.dstChiusa = chiusa;
+        return r;
+    }
+    // Writes a row into `Distinte` by plain SQL, past the program's own writing.
+    static void Semina(const RigaDistinta &r)
+    {
+        QVariantList v{r.dstCodice, r.dstPrg,     r.dstDitta,  r.dstData,
+                       r.dstCliente, r.dstCausale, r.dstMoneta, r.dstImporto,
+                       r.dstAssegno, r.dstBanca,   r.dstSpeseUT};
+        for (const QString &f : r.dstCodP)
+            v.append(f);
+        v.append(r.dstChiusa);
+        Scrivi(QStringLiteral("INSERT INTO Distinte (dstCodice, dstPrg, dstDitta, dstData, "
+                              "dstCliente, dstCausale, dstMoneta, dstImporto, dstAssegno, "
+                              "dstBanca, dstSpeseUT, dstCodP0, dstCodP1, dstCodP2, dstCodP3, "
+                              "dstCodP4, dstChiusa) "
+                              "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+               v);
+    }
+
+    // Every row of a query, its values joined by "|".
+    static QStringList Righe(const QString &sql, const QVariantList &valori = {})
+    {
+        QStringList righe;
+        QSqlQuery q(Db());
+        q.prepare(sql);
+        for (const QVariant &v : valori)
+            q.addBindValue(v);
+        EXPECT_TRUE(q.exec()) << qPrintable(sql);
+        while (q.next()) {
+            QStringList campi;
+            for (int i = 0; i < q.record().count(); ++i)
+                campi.append(q.value(i).toString());
+            righe.append(campi.join(QLatin1Char('|')));
+        }
+        return righe;
     }
 
     static Recordset Tabella(const QString &nome)
@@ -71,19 +116,13 @@ protected:
     int Cerca(const QString &nome)
     {
         ++m_ricerche;
-        QSqlQuery q(Db());
-        q.prepare(QStringLiteral("SELECT CliCodice FROM Clienti WHERE CliRagsoc BETWEEN ? AND ?"
-                                 " AND CliCategoria <> 'ZZZZZ' ORDER BY CliRagsoc"));
-        q.addBindValue(nome);
-        q.addBindValue(nome + QStringLiteral("zzz"));
-        int quanti = 0;
-        if (!q.exec())
-            return 0;
-        while (q.next()) {
-            if (++quanti == 1)
-                CaricaCliente(q.value(0).toInt());
-        }
-        return quanti;
+        const QStringList codici =
+            Righe(QStringLiteral("SELECT CliCodice FROM Clienti WHERE CliRagsoc BETWEEN ? AND ?"
+                                 " AND CliCategoria <> 'ZZZZZ' ORDER BY CliRagsoc"),
+                  {nome, nome + QStringLiteral("zzz")});
+        if (!codici.isEmpty())
+            CaricaCliente(codici.first().toInt());
+        return int(codici.size());
     }
 
     // Types a date into fields 1 to 3.
@@ -105,8 +144,6 @@ protected:
     CampiInMemoria m_campi;
     ControlloCampi m_controllo{m_campi};
     int m_ricerche = 0;
-    std::int32_t m_scelta = 0;
-    QList<QPair<int, int>> m_posizioni;
 };
 
 } // namespace sorvane::prova

@@ -1,3 +1,6 @@
+// The field checks both slip screens share, at their edges and with the
+// words the user reads; the usual paths are typed through the screens.
+
 #include "ProvaDistinte.h"
 
 #include "frame/core/Impostazioni.h"
@@ -11,13 +14,26 @@ namespace {
 
 class Controlla : public ProvaDistinte
 {
+protected:
+    // The words shown for a failing filter field, and the field that gets
+    // the focus afterwards.
+    QPair<QString, int> Errore(int indice, const QString &testo)
+    {
+        m_campi.imposta(indice, testo);
+        if (m_controllo.ControllaCampo(indice) != indice)
+            return {QStringLiteral("passa"), 0};
+        m_messaggi.pulisci();
+        const int fuoco = MostraErroreCampo();
+        const QStringList testi = m_messaggi.testi();
+        return {testi.isEmpty() ? QString() : testi.first(), fuoco};
+    }
 };
 
 } // namespace
 
 TEST_F(Controlla, IlGiornoEIlMeseSoliENonLaData)
 {
-    Data(QStringLiteral("31"), QStringLiteral("4"), QStringLiteral("2024"));
+    Data("31", "4", "2024");
     EXPECT_EQ(m_controllo.ControllaCampo(CampoGiorno), 0);
     EXPECT_EQ(m_controllo.ControllaCampo(CampoMese), 0);
     EXPECT_EQ(m_controllo.ControllaCampo(CampoAnno), 3);
@@ -80,34 +96,6 @@ TEST_F(Controlla, OltreCentottantaGiorniSiChiedePrimaEDopo)
     }
 }
 
-TEST_F(Controlla, IlCodiceClienteRiempieIlNome)
-{
-    m_campi.imposta(CampoCodiceCliente, QStringLiteral(" 12"));
-    EXPECT_EQ(m_controllo.ControllaCampo(CampoCodiceCliente), 0);
-    EXPECT_EQ(m_campi.testo(CampoNomeCliente), "ROSSI MARIO");
-    EXPECT_EQ(m_controllo.ClienteCorrente, 12);
-    EXPECT_EQ(m_controllo.CampoFuoco, 0);
-
-    // Left with the down arrow the name is skipped.
-    m_controllo.UltimoTasto = TastoGiu;
-    m_campi.imposta(CampoCodiceCliente, QStringLiteral("14"));
-    EXPECT_EQ(m_controllo.ControllaCampo(CampoCodiceCliente), 0);
-    EXPECT_EQ(m_campi.testo(CampoNomeCliente), "BIANCHI LUCA");
-    EXPECT_EQ(m_controllo.CampoFuoco, CampoCausale);
-
-    m_campi.imposta(CampoCodiceCliente, QStringLiteral("99"));
-    EXPECT_EQ(m_controllo.ControllaCampo(CampoCodiceCliente), 4);
-    EXPECT_EQ(MostraErroreCampo(), 4);
-    EXPECT_EQ(m_messaggi.testi(), QStringList{"CLIENTE NON CODIFICATO"});
-
-    // Blank or 0: the client may come from the name.
-    for (const char *codice : {" ", "0", ""}) {
-        m_campi.imposta(CampoCodiceCliente, QString::fromLatin1(codice));
-        EXPECT_EQ(m_controllo.ControllaCampo(CampoCodiceCliente), 0) << codice;
-    }
-    EXPECT_EQ(m_ricerche, 0);
-}
-
 TEST_F(Controlla, UnNomeSoloRiempieIDueCampi)
 {
     m_campi.imposta(CampoCodiceCliente, QStringLiteral(" "));
@@ -116,7 +104,6 @@ TEST_F(Controlla, UnNomeSoloRiempieIDueCampi)
     EXPECT_EQ(m_campi.testo(CampoCodiceCliente), "12");
     EXPECT_EQ(m_campi.testo(CampoNomeCliente), "ROSSI MARIO");
     EXPECT_EQ(m_controllo.ClienteCorrente, 12);
-    EXPECT_TRUE(m_posizioni.isEmpty());
 
     // A closed client is not offered; no match keeps code 5, without words.
     m_campi.imposta(CampoNomeCliente, QStringLiteral("BIANCHI LUI"));
@@ -131,54 +118,11 @@ TEST_F(Controlla, UnNomeSoloRiempieIDueCampi)
     EXPECT_EQ(m_ricerche, ricerche);
 }
 
-TEST_F(Controlla, PiuNomiApronoLaListaSottoIlCampo)
+TEST_F(Controlla, LaCausaleMinuscolaVuotaOSullaTabellaComune)
 {
-    struct Campi : CampiInMemoria
-    {
-        PosizioneCampo posizione(int indice) const override
-        {
-            return indice == CampoNomeCliente ? PosizioneCampo{1000, 2000, 600, 285}
-                                              : PosizioneCampo{};
-        }
-    } campi;
-    ControlloCampi controllo(campi);
-    controllo.ricerca = m_controllo.ricerca;
-    campi.imposta(CampoCodiceCliente, QStringLiteral("7"));
-    campi.imposta(CampoNomeCliente, QStringLiteral("ROSSI"));
-
-    m_scelta = 13;
-    EXPECT_EQ(controllo.ControllaCampo(CampoNomeCliente), 0);
-    ASSERT_EQ(m_posizioni.size(), 1);
-    EXPECT_EQ(m_posizioni.first(), qMakePair(1000, 600 + 285 + 2000 + 360));
-    EXPECT_EQ(campi.testo(CampoCodiceCliente), "13");
-    EXPECT_EQ(campi.testo(CampoNomeCliente), "ROSSI MARTA");
-    EXPECT_EQ(controllo.ClienteCorrente, 13);
-
-    // Left without a choice: the code is emptied and the name gets the focus.
-    m_scelta = 0;
-    campi.imposta(CampoNomeCliente, QStringLiteral("ROSSI"));
-    EXPECT_EQ(controllo.ControllaCampo(CampoNomeCliente), 5);
-    EXPECT_EQ(campi.testo(CampoCodiceCliente), "");
-    EXPECT_EQ(controllo.CampoFuoco, CampoNomeCliente);
-    EXPECT_EQ(controllo.ClienteCorrente, 13);
-}
-
-TEST_F(Controlla, LaCausaleSiAllineaESiCerca)
-{
-    m_campi.imposta(CampoCausale, QStringLiteral(" 1"));
-    EXPECT_EQ(m_controllo.ControllaCampo(CampoCausale), 0);
-    EXPECT_EQ(m_campi.testo(CampoCausale), "001");
-    EXPECT_EQ(m_controllo.CauDes, QStringLiteral("VERSAMENTO"));
-
     m_campi.imposta(CampoCausale, QStringLiteral("abc"));
     EXPECT_EQ(m_controllo.ControllaCampo(CampoCausale), 0);
     EXPECT_EQ(m_controllo.CauDes, QStringLiteral("RISCATTO"));
-
-    m_campi.imposta(CampoCausale, QStringLiteral("2"));
-    EXPECT_EQ(m_controllo.ControllaCampo(CampoCausale), 6);
-    EXPECT_FALSE(m_controllo.CauDes.has_value());
-    MostraErroreCampo();
-    EXPECT_EQ(m_messaggi.testi(), QStringList{"CAUSALE NON CODIFICATA"});
 
     // Blank passes while typing, not in a button's check.
     m_campi.imposta(CampoCausale, QStringLiteral(" "));
@@ -196,12 +140,28 @@ TEST_F(Controlla, LaCausaleSiAllineaESiCerca)
     EXPECT_EQ(m_controllo.CauDes, QStringLiteral("VERSAMENTO"));
 }
 
-TEST_F(Controlla, LaMonetaVuotaPrendeLaBaseSenzaCambio)
+TEST_F(Controlla, LaMonetaSenzaCambioNonECodificata)
 {
-    // Without the rate table any lookup would be told to the user.
+    Data("15", "6", "2024");
+    m_campi.imposta(CampoMoneta, QStringLiteral("USD"));
+    EXPECT_EQ(m_controllo.ControllaCampo(CampoMoneta), 0);
+
+    // The first rate of USD is ten days before today.
+    Data("4", "6", "2024");
+    EXPECT_EQ(m_controllo.ControllaCampo(CampoMoneta), 17);
+    m_campi.imposta(CampoMoneta, QStringLiteral("CHF"));
+    Data("15", "6", "2024");
+    EXPECT_EQ(m_controllo.ControllaCampo(CampoMoneta), 17);
+    EXPECT_EQ(MostraErroreCampo(), 17);
+    ASSERT_EQ(m_messaggi.richieste().size(), 1);
+    EXPECT_EQ(m_messaggi.richieste().first().testo, "MONETA NON CODIFICATA");
+    EXPECT_EQ(m_messaggi.richieste().first().titolo, "KELVAR - ERRORE N. 17");
+
+    // Blank takes the base currency: without the rate table any lookup
+    // would be told to the user.
+    m_messaggi.pulisci();
     Scrivi(QStringLiteral("DROP TABLE TabCambi"));
     impostazioni().CodBase = QStringLiteral("LIT");
-    Data(QStringLiteral("1"), QStringLiteral("6"), QStringLiteral("2024"));
     m_campi.imposta(CampoMoneta, QStringLiteral("  "));
     EXPECT_EQ(m_controllo.ControllaCampo(CampoMoneta), 0);
     EXPECT_EQ(m_campi.testo(CampoMoneta), "LIT");
@@ -209,49 +169,45 @@ TEST_F(Controlla, LaMonetaVuotaPrendeLaBaseSenzaCambio)
     EXPECT_TRUE(m_messaggi.richieste().isEmpty());
 }
 
-TEST_F(Controlla, LaMonetaSenzaCambioNonECodificata)
-{
-    Data(QStringLiteral("15"), QStringLiteral("6"), QStringLiteral("2024"));
-    m_campi.imposta(CampoMoneta, QStringLiteral("USD"));
-    EXPECT_EQ(m_controllo.ControllaCampo(CampoMoneta), 0);
-    m_campi.imposta(CampoMoneta, QStringLiteral("EUR"));
-    EXPECT_EQ(m_controllo.ControllaCampo(CampoMoneta), 0);
-
-    // The first rate of USD is ten days before today.
-    Data(QStringLiteral("4"), QStringLiteral("6"), QStringLiteral("2024"));
-    m_campi.imposta(CampoMoneta, QStringLiteral("USD"));
-    EXPECT_EQ(m_controllo.ControllaCampo(CampoMoneta), 17);
-    m_campi.imposta(CampoMoneta, QStringLiteral("CHF"));
-    Data(QStringLiteral("15"), QStringLiteral("6"), QStringLiteral("2024"));
-    EXPECT_EQ(m_controllo.ControllaCampo(CampoMoneta), 17);
-    EXPECT_EQ(MostraErroreCampo(), 17);
-    ASSERT_EQ(m_messaggi.richieste().size(), 1);
-    EXPECT_EQ(m_messaggi.richieste().first().testo, "MONETA NON CODIFICATA");
-    EXPECT_EQ(m_messaggi.richieste().first().titolo, "KELVAR - ERRORE N. 17");
-}
-
 TEST_F(Controlla, IlControlloDelPulsanteSiFermaAlPrimoErrore)
 {
-    Data(QStringLiteral("10"), QStringLiteral("6"), QStringLiteral("2024"));
+    Data("10", "6", "2024");
     m_campi.imposta(CampoCodiceCliente, QStringLiteral("12"));
-    m_campi.imposta(CampoCausale, QStringLiteral(" "));
+    m_campi.imposta(CampoCausale, QStringLiteral("1"));
     m_campi.imposta(CampoMoneta, QStringLiteral(" "));
     m_campi.imposta(CampoImporto, QStringLiteral(" "));
-    EXPECT_EQ(m_controllo.ControllaInserimento(), 6);
-    EXPECT_EQ(m_controllo.ControllaModifica(), 6);
-
-    m_campi.imposta(CampoCausale, QStringLiteral("1"));
+    // The amount is wanted only for a new movement.
     EXPECT_EQ(m_controllo.ControllaModifica(), 0);
     EXPECT_EQ(m_controllo.ControllaInserimento(), 18);
     EXPECT_EQ(m_campi.testo(CampoMoneta), "EUR");
     MostraErroreCampo();
     EXPECT_EQ(m_messaggi.testi(), QStringList{"IMPORTO NON INDICATO"});
+}
 
-    m_campi.imposta(CampoImporto, QStringLiteral("1.250,50"));
-    EXPECT_EQ(m_controllo.ControllaInserimento(), 0);
-    EXPECT_EQ(sessione().CodiceStop, 0);
+// The filter's words are one code late, and stay so.
+TEST_F(Controlla, IlFiltroHaLeParoleDelCampoDopo)
+{
+    using P = QPair<QString, int>;
+    EXPECT_EQ(Errore(21, QStringLiteral("32")), P("MESE INIZIALE ERRATO", 21));
+    EXPECT_EQ(Errore(22, QStringLiteral("13")), P("DATA MOVIMENTO INIZIALE ERRATA", 20));
+    EXPECT_EQ(m_messaggi.richieste().first().titolo, "KELVAR - ERRORE N. 22");
+    EXPECT_EQ(Errore(24, QStringLiteral("0")), P("MESE FINALE ERRATO", 24));
+    EXPECT_EQ(Errore(25, QStringLiteral("13")), P("DATA MOVIMENTO FINALE ERRATA", 23));
+    EXPECT_EQ(Errore(28, QStringLiteral("NESSUNO")), P(QString(), 28));
+    // Of the period only the day and month to must be typed.
+    EXPECT_EQ(Errore(24, QStringLiteral(" ")), P("MESE FINALE ERRATO", 24));
 
-    // The slices and the cheque have no check.
-    for (int i : {7, 12, 16, 19, 20})
-        EXPECT_EQ(m_controllo.ControllaCampo(i), 0) << i;
+    // The dates joined: "//" (nothing typed) or a real date.
+    m_campi.imposta(21, QStringLiteral("31"));
+    m_campi.imposta(22, QStringLiteral("4"));
+    EXPECT_EQ(Errore(23, QStringLiteral("2024")), P("GIORNO FINALE ERRATO", 23));
+    m_campi.imposta(24, QStringLiteral("1"));
+    m_campi.imposta(25, QStringLiteral("1"));
+    EXPECT_EQ(Errore(26, QStringLiteral("24x")), P("CLIENTE NON CODIFICATO", 26));
+
+    // The client by name leaves the movement's code alone.
+    m_campi.imposta(28, QStringLiteral("ROSSI MART"));
+    EXPECT_EQ(m_controllo.ControllaCampo(28), 0);
+    EXPECT_EQ(m_campi.testo(27), "13");
+    EXPECT_EQ(m_campi.testo(CampoCodiceCliente), "");
 }

@@ -1,13 +1,13 @@
-// The management rules on a real ledger, where the screen's tests do not
-// reach: the edges of an extraction, and writes that fail halfway and must
-// leave the movement as it was. The usual paths are driven through the
-// management screen itself.
+// The slip rules on a real ledger, where the screens' tests do not reach:
+// the open mark, the closed mark's edges, and writes that fail halfway and
+// must leave the ledgers as they were. The usual paths are driven through
+// the two screens themselves.
 
 #include "ProvaDistinte.h"
 
 #include "distinte/Gestione.h"
-
-#include <QSqlError>
+#include "distinte/Movimento.h"
+#include "distinte/Salvataggio.h"
 
 #include <gtest/gtest.h>
 
@@ -20,39 +20,6 @@ namespace {
 class Gestione : public ProvaDistinte
 {
 protected:
-    // A saved row: the amount tells movements apart in the checks.
-    void Riga(int codice, const QString &prg, int giorno, int cliente, const QString &ditta,
-              const QStringList &fette, const QString &chiusa = QStringLiteral(" "),
-              double importo = 100)
-    {
-        QVariantList v{codice, prg, ditta, giorno, cliente, importo};
-        for (int i = 0; i < FetteProdotto; ++i)
-            v.append(i < fette.size() ? fette.at(i) : QStringLiteral(" "));
-        v.append(chiusa);
-        Scrivi(QStringLiteral("INSERT INTO Distinte (dstCodice, dstPrg, dstDitta, dstData, "
-                              "dstCliente, dstCausale, dstMoneta, dstImporto, dstAssegno, "
-                              "dstBanca, dstSpeseUT, dstCodP0, dstCodP1, dstCodP2, dstCodP3, "
-                              "dstCodP4, dstChiusa) VALUES (?, ?, ?, ?, ?, '001', 'EUR', ?, "
-                              "' ', ' ', 0, ?, ?, ?, ?, ?, ?)"),
-               v);
-    }
-
-    // "codice/prg" of the rows an extraction lists, in its order.
-    QStringList Estrai(const FiltroDistinte &f, const QString &ordine = OrdineDistinte())
-    {
-        const CondizioneDistinte c = CondizioneEstrazione(f, Oggi);
-        QSqlQuery q(Db());
-        q.prepare(QueryGestione(c, ordine));
-        for (const QVariant &v : c.parametri)
-            q.addBindValue(v);
-        EXPECT_TRUE(q.exec()) << qPrintable(q.lastError().text());
-        QStringList righe;
-        while (q.next())
-            righe.append(q.value(GesPrg).toString() + QLatin1Char('/')
-                         + q.value(GesRiga).toString());
-        return righe;
-    }
-
     // Slices and closed mark of a stored row, the marks shown as "!".
     QString Stato(int codice, const QString &prg)
     {
@@ -65,37 +32,41 @@ protected:
         return f.join(QLatin1Char('|')) + QLatin1Char(':') + r->dstChiusa;
     }
 
-    qint64 Conta(const QString &sql) { return Valore(sql).toLongLong(); }
+    // A working movement; the amount tells the movements apart.
+    void Lavoro(double importo, const QStringList &prodotti, const QStringList &giro = {})
+    {
+        Movimento m{Riga(0, "0", Oggi, 12, " ", prodotti, importo), std::nullopt};
+        if (!giro.isEmpty())
+            m.giro = Riga(0, "1", Oggi, 12, " ", giro, importo);
+        ASSERT_GT(ScriviInLavoro(m_bk, m), 0);
+    }
 };
+
+const QString SqlDistinte = "SELECT dstCodice, dstPrg, dstImporto FROM Distinte ORDER BY 1, 2";
+const QString SqlDistinte04 = "SELECT dstCodice, dstImporto FROM Distinte04 ORDER BY 1";
+const QString SqlLavoro = "SELECT * FROM BkDistinte ORDER BY dstCodice, dstPrg";
 
 } // namespace
 
-TEST_F(Gestione, LimitiDellEstrazione)
+// The screen closes and reopens whole movements; here the odd ones.
+TEST_F(Gestione, ChiusaSenzaFetteOSenzaRigaPrincipale)
 {
-    Riga(1, "0", Oggi - 400, 12, "ALFA", {"P1" + A});
-    Riga(2, "0", Oggi - 10, 13, "L'ARCA", {"P2" + A});
-    Riga(2, "1", Oggi - 10, 13, "L'ARCA", {"G1" + A});
-    Riga(4, "0", Oggi + 1, 12, "ALFA", {"P4" + A});
-    // A client that no longer exists drops out of the join.
-    Riga(5, "0", Oggi - 5, 99, "ALFA", {"P5" + A});
-
-    FiltroDistinte f;
-    // Blank dates: from the beginning of time up to today, tomorrow left out.
-    EXPECT_EQ(Estrai(f), QStringList({"1/0", "2/0", "2/1"}));
-    // A from date that is no date counts from the beginning.
-    f.dal = QStringLiteral("31/2/2024");
-    f.al = QStringLiteral("16/06/2024");
-    EXPECT_EQ(Estrai(f), QStringList({"1/0", "2/0", "2/1", "4/0"}));
-    // A firm's name goes bound, apostrophe and blanks around it.
-    f.ditta = QStringLiteral(" L'ARCA ");
-    EXPECT_EQ(Estrai(f), QStringList({"2/0", "2/1"}));
-    f.codiceCliente = QStringLiteral("12");
-    EXPECT_TRUE(Estrai(f).isEmpty());
+    // All blank reads as closed.
+    Semina(Riga(6, "0", Oggi, 12, "ALFA", {" ", " "}));
+    EXPECT_EQ(AggiornaChiusa(m_dist, 6).nuovo, "S");
+    EXPECT_EQ(Stato(6, "0"), " | | | | :S");
+    // Without a row "0" nothing is written.
+    Semina(Riga(7, "1", Oggi, 12, "ALFA", {"G" + A}, 100, "S"));
+    const EsitoChiusa e = AggiornaChiusa(m_dist, 7);
+    EXPECT_EQ(e.vecchio, " ");
+    EXPECT_EQ(e.nuovo, " ");
+    EXPECT_EQ(Stato(7, "1"), "G!| | | | :S");
+    EXPECT_EQ(Stato(7, "0"), "-");
 }
 
 TEST_F(Gestione, UnaMarcaNonScrittaNonLasciaNulla)
 {
-    Riga(8, "0", Oggi, 12, "ALFA", {"P1" + A});
+    Semina(Riga(8, "0", Oggi, 12, "ALFA", {"P1" + A}));
     Scrivi(QStringLiteral("CREATE TRIGGER dati.Rifiuta BEFORE UPDATE OF dstChiusa ON Distinte "
                           "BEGIN SELECT RAISE(ABORT, 'rifiutato'); END"));
     const EsitoMarca e = InvertiMarca(m_dist, 8, "0", 0);
@@ -106,8 +77,8 @@ TEST_F(Gestione, UnaMarcaNonScrittaNonLasciaNulla)
 
 TEST_F(Gestione, ModificaEEliminazioneFalliteTornanoIndietro)
 {
-    Riga(12, "0", Oggi, 12, "ALFA", {"P1" + A});
-    Riga(12, "1", Oggi, 12, "ALFA", {"G1" + A});
+    Semina(Riga(12, "0", Oggi, 12, "ALFA", {"P1" + A}));
+    Semina(Riga(12, "1", Oggi, 12, "ALFA", {"G1" + A}));
     // Row "1" refuses every write and every delete.
     Scrivi(QStringLiteral("CREATE TRIGGER dati.NoModifica BEFORE UPDATE ON Distinte "
                           "WHEN OLD.dstPrg = '1' BEGIN SELECT RAISE(ABORT, 'bloccata'); END"));
@@ -122,15 +93,56 @@ TEST_F(Gestione, ModificaEEliminazioneFalliteTornanoIndietro)
     const EsitoGestione modifica = SalvaModifica(m_dist, m);
     EXPECT_FALSE(modifica.riuscito);
     EXPECT_TRUE(modifica.errore.contains("bloccata")) << qPrintable(modifica.errore);
-    EXPECT_EQ(Conta("SELECT COUNT(*) FROM Distinte WHERE dstImporto = 555"), 0);
+    EXPECT_EQ(Valore("SELECT COUNT(*) FROM Distinte WHERE dstImporto = 555").toInt(), 0);
 
     const EsitoGestione elimina = EliminaMovimento(m_dist, 12);
     EXPECT_FALSE(elimina.riuscito);
     EXPECT_TRUE(elimina.errore.startsWith("NON CANCELLO IL MOVIMENTO (g1)12\n"))
         << qPrintable(elimina.errore);
-    EXPECT_EQ(Conta("SELECT COUNT(*) FROM Distinte WHERE dstCodice = 12"), 2);
+    EXPECT_EQ(Valore("SELECT COUNT(*) FROM Distinte WHERE dstCodice = 12").toInt(), 2);
 
     Scrivi(QStringLiteral("DROP TRIGGER dati.NoElimina"));
     EXPECT_TRUE(EliminaMovimento(m_dist, 12).riuscito);
-    EXPECT_EQ(Conta("SELECT COUNT(*) FROM Distinte WHERE dstCodice = 12"), 0);
+    EXPECT_EQ(Valore("SELECT COUNT(*) FROM Distinte WHERE dstCodice = 12").toInt(), 0);
+}
+
+// On empty ledgers, so that the first numbers ever are 1 as well.
+TEST_F(Gestione, UnGuastoNonLasciaNullaEIlSecondoSalvaUnaVolta)
+{
+    Lavoro(100, {"P1", " ", " P3 "});
+    Lavoro(200, {"P2"}, {"G2"});
+    Lavoro(666, {"P3"});
+    Lavoro(400, {"P4"});
+    const QStringList lavoro = Righe(SqlLavoro);
+    // The last plain movement but one cannot be written to the 04 ledger.
+    Scrivi(QStringLiteral("CREATE TRIGGER dati.Rifiuta BEFORE INSERT ON Distinte04 "
+                          "WHEN NEW.dstImporto = 666 BEGIN SELECT RAISE(ABORT, 'rifiutato'); "
+                          "END"));
+
+    EsitoSalvataggio e = SalvaDistinta();
+    EXPECT_FALSE(e.riuscito);
+    EXPECT_TRUE(e.errore.contains(QStringLiteral("rifiutato"))) << qPrintable(e.errore);
+    ASSERT_EQ(m_messaggi.richieste().size(), 1);
+    EXPECT_TRUE(m_messaggi.richieste().first().testo.startsWith(
+        QStringLiteral("ERRORE NEL SALVATAGGIO DELLA DISTINTA\n")));
+    EXPECT_EQ(m_messaggi.richieste().first().icona, Icona::Stop);
+    EXPECT_TRUE(Righe(SqlDistinte).isEmpty());
+    EXPECT_TRUE(Righe(SqlDistinte04).isEmpty());
+    EXPECT_EQ(Righe(SqlLavoro), lavoro);
+
+    Scrivi(QStringLiteral("DROP TRIGGER dati.Rifiuta"));
+    e = SalvaDistinta();
+    ASSERT_TRUE(e.riuscito) << qPrintable(e.errore);
+    EXPECT_EQ(e.movimenti, 4);
+    EXPECT_EQ(Righe(SqlDistinte),
+              QStringList({"1|0|100", "2|0|200", "2|1|200", "3|0|666", "4|0|400"}));
+    EXPECT_EQ(Righe(SqlDistinte04), QStringList({"1|100", "2|666", "3|400"}));
+    EXPECT_EQ(Valore("SELECT dstCodP FROM Distinte04 WHERE dstCodice = 1").toString(), "P1,P3");
+    EXPECT_TRUE(Righe(SqlLavoro).isEmpty());
+
+    // Nothing left: a save again writes nothing.
+    e = SalvaDistinta();
+    EXPECT_TRUE(e.riuscito);
+    EXPECT_EQ(e.movimenti, 0);
+    EXPECT_EQ(Valore("SELECT COUNT(*) FROM Distinte").toInt(), 5);
 }
