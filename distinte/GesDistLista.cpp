@@ -87,7 +87,8 @@ bool GesDist::caricaLista(const QString &ordine)
     const bool riuscita =
         m_data1->Carica(QueryGestione(m_condizione, ordine), m_condizione.parametri, &errore);
     if (!riuscita)
-        Messaggio(errore, QString(), Icona::Stop);
+        Messaggio(QStringLiteral("ERRORE IN ESTRAZIONE DEI MOVIMENTI\n") + errore, QString(),
+                  Icona::Stop);
     m_grid->scrollToTop();
     return riuscita;
 }

@@ -220,7 +220,8 @@ bool StampaDistinta(const CondizioneDistinte &ultima, const FiltroDistinte &filt
             sessione().CodiceStop = PassoAggiornamento;
             Messaggio(TestoPassoStampa(PassoAggiornamento), QString(), Icona::Stop);
         } else {
-            Messaggio(l.errore, QString(), Icona::Stop);
+            Messaggio(QStringLiteral("ERRORE IN LETTURA DEI MOVIMENTI DA STAMPARE\n") + l.errore,
+                      QString(), Icona::Stop);
         }
         return false;
     }

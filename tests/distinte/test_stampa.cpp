@@ -237,6 +237,8 @@ TEST_F(StampaDist, PassoFallito)
     Scrivi(QStringLiteral("DROP TABLE DistCausali"));
     EXPECT_FALSE(Stampa(Filtro("//", "//")));
     ASSERT_EQ(m_messaggi.testi().size(), 1);
+    EXPECT_TRUE(m_messaggi.testi().first().startsWith(
+        QStringLiteral("ERRORE IN LETTURA DEI MOVIMENTI DA STAMPARE\n")));
     EXPECT_TRUE(m_messaggi.testi().first().contains(QStringLiteral("DistCausali")))
         << qPrintable(m_messaggi.testi().first());
     EXPECT_TRUE(m_titoli.isEmpty());
