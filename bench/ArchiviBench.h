@@ -7,13 +7,13 @@
 #include "store/Connessione.h"
 #include "store/Schema.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QSqlDatabase>
-#include <QUuid>
-
-#include <QCoreApplication>
 #include <QTemporaryDir>
+#include <QUuid>
 #include <benchmark/benchmark.h>
+
 #include <cstdio>
 
 namespace sorvane::bench {

@@ -4,18 +4,11 @@
 // for the benches of the slip screens and their save.
 
 #include "bench/ArchiviBench.h"
-#include "frame/core/Impostazioni.h"
-#include "store/Connessione.h"
-#include "store/Schema.h"
 #include "store/Transazione.h"
 
-#include <QDir>
 #include <QSqlQuery>
-#include <QTemporaryDir>
-#include <QUuid>
 
 namespace sorvane::bench {
-
 
 inline constexpr int MovimentiGiaSalvati = 50000;
 inline constexpr int MovimentiDellaDistinta = 400;

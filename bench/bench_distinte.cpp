@@ -2,22 +2,8 @@
 // movements, every fourth a switch of two rows) moved to a ledger that
 // already holds a busy office's movements. It must stay under a second.
 
-#include "bench/ArchiviBench.h"
 #include "bench/ArchiviDistinte.h"
 #include "distinte/Salvataggio.h"
-#include "frame/core/Impostazioni.h"
-#include "store/Connessione.h"
-#include "store/Schema.h"
-#include "store/Transazione.h"
-
-#include <QCoreApplication>
-#include <QDir>
-#include <QSqlQuery>
-#include <QTemporaryDir>
-#include <QUuid>
-#include <benchmark/benchmark.h>
-
-#include <cstdio>
 
 using namespace sorvane;
 using namespace sorvane::bench;
@@ -53,5 +39,5 @@ BENCHMARK(salvaDistinta)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    return sorvane::bench::EseguiSuArchivi(argc, argv, "bench_distinte", Prepara);
+    return EseguiSuArchivi(argc, argv, "bench_distinte", Prepara);
 }

@@ -1,8 +1,7 @@
 // The management list over a ledger of a million movements: the default
 // extraction (everything up to today, open ones) must show its first rows
 // at once, and confirming a code must refresh the list at once, the user's
-// place kept. The same with an index that serves the list's order, to see
-// what it is worth; the query plan of the extraction goes to stderr.
+// place kept.
 
 #include "bench/ArchiviBench.h"
 #include "distinte/ControllaCampo.h"
@@ -15,7 +14,6 @@
 #include <QSqlQuery>
 #include <QTableView>
 #include <benchmark/benchmark.h>
-#include <cstdio>
 #include <memory>
 
 using namespace sorvane;
@@ -77,26 +75,6 @@ bool Prepara(const QTemporaryDir &dir)
     return ApriArchiviVuoti(dir) && RiempiLedger();
 }
 
-void Indice(bool conIndice)
-{
-    QSqlQuery q(Db());
-    q.exec(conIndice ? QStringLiteral("CREATE INDEX IF NOT EXISTS dati.bench_ordine"
-                                      " ON Distinte (dstData, dstCodice, dstPrg)")
-                     : QStringLiteral("DROP INDEX IF EXISTS dati.bench_ordine"));
-}
-
-void Piano(GesDist &schermo, const char *titolo)
-{
-    QSqlQuery q(Db());
-    q.prepare(QStringLiteral("EXPLAIN QUERY PLAN ") + schermo.Data1()->Query());
-    for (const QVariant &v : schermo.UltimaCondizione().parametri)
-        q.addBindValue(v);
-    q.exec();
-    std::fprintf(stderr, "%s\n", titolo);
-    while (q.next())
-        std::fprintf(stderr, "  %s\n", qPrintable(q.value(3).toString()));
-}
-
 std::unique_ptr<GesDist> Schermo()
 {
     auto s = std::make_unique<GesDist>();
@@ -109,38 +87,20 @@ std::unique_ptr<GesDist> Schermo()
 // (a) ESTRAI over the default filter, the first rows painted.
 void estraiTutto(benchmark::State &state)
 {
-    Indice(state.range(0) != 0);
     const std::unique_ptr<GesDist> s = Schermo();
     for (auto _ : state) {
         s->EstraiDistinte();
         s->TDBGrid1()->viewport()->repaint();
         benchmark::DoNotOptimize(s->Data1()->rowCount());
     }
-    Piano(*s, state.range(0) != 0 ? "plan, with the index:" : "plan, schema as it is:");
     state.counters["righe"] = s->Data1()->rowCount();
 }
-BENCHMARK(estraiTutto)->Arg(0)->Arg(1)->ArgName("indice")->Unit(benchmark::kMillisecond)
-    ->Iterations(5);
-
-// A heading pressed: the whole extraction sorted by another column.
-void ordinaPerNome(benchmark::State &state)
-{
-    const std::unique_ptr<GesDist> s = Schermo();
-    s->EstraiDistinte();
-    bool discendente = false;
-    for (auto _ : state) {
-        s->OrdinaColonna(GesNominativo, discendente);
-        s->TDBGrid1()->viewport()->repaint();
-        discendente = !discendente;
-    }
-}
-BENCHMARK(ordinaPerNome)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(estraiTutto)->Unit(benchmark::kMillisecond)->Iterations(5);
 
 // (b) A double click on an open code of a movement with two: the mark
 // goes (or comes back), the list is refreshed at the same place.
 void confermaCodice(benchmark::State &state)
 {
-    Indice(state.range(0) != 0);
     const std::unique_ptr<GesDist> s = Schermo();
     s->EstraiDistinte();
     const int riga = 200;
@@ -152,32 +112,7 @@ void confermaCodice(benchmark::State &state)
     }
     state.counters["riga"] = s->TDBGrid1()->currentIndex().row();
 }
-BENCHMARK(confermaCodice)->Arg(0)->Arg(1)->ArgName("indice")->Unit(benchmark::kMillisecond)
-    ->Iterations(20);
-
-// (b') The movement's last open code: it closes, and the extraction runs
-// again so that it leaves the list.
-void chiudiMovimento(benchmark::State &state)
-{
-    Indice(state.range(0) != 0);
-    const std::unique_ptr<GesDist> s = Schermo();
-    s->EstraiDistinte();
-    for (auto _ : state) {
-        state.PauseTiming();
-        // The first movement of the list, both codes open but the first.
-        const std::int32_t codice = s->Data1()->Codice(0);
-        QSqlQuery q(Db());
-        q.exec(QStringLiteral("UPDATE Distinte SET dstCodP0 = trim(dstCodP0, char(10))"
-                              " WHERE dstCodice = %1").arg(codice));
-        q.exec(QStringLiteral("DELETE FROM Distinte WHERE dstCodice = %1 AND dstPrg = '1'")
-                   .arg(codice));
-        state.ResumeTiming();
-        s->DoppioClick(0, GesPrimoCodice + 1);
-        s->TDBGrid1()->viewport()->repaint();
-    }
-}
-BENCHMARK(chiudiMovimento)->Arg(0)->Arg(1)->ArgName("indice")->Unit(benchmark::kMillisecond)
-    ->Iterations(10);
+BENCHMARK(confermaCodice)->Unit(benchmark::kMillisecond)->Iterations(20);
 
 } // namespace
 

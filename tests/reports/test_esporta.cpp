@@ -11,7 +11,6 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QSqlQueryModel>
-#include <QStandardItemModel>
 #include <QTableView>
 #include <QUrl>
 #include <gtest/gtest.h>
@@ -166,13 +165,8 @@ TEST_F(EsportaProva, RowsRunFromTheCurrentOneAndTheGridGoesBackToTheFirst)
     ASSERT_EQ(righe.size(), 2);
     EXPECT_TRUE(righe[1].startsWith("13;")) << qPrintable(righe[1]);
     EXPECT_EQ(griglia->currentIndex().row(), 0);
-
-    griglia->setCurrentIndex(m_modello->index(1, 0));
-    EsportaGriglia(griglia, nullptr, QStringLiteral("Prodotti"));
-    const QStringList seconda = Righe(File(QStringLiteral("Prodotti")));
-    ASSERT_EQ(seconda.size(), 3);
-    EXPECT_EQ(seconda[1], "12;\"Società \"\"Alfa\"\"; Beta\";FONDO2;;1234,5;");
 }
+
 
 TEST_F(EsportaProva, ConfiguredProgramOpensTheFileOrIsNotFound)
 {
@@ -194,50 +188,4 @@ TEST_F(EsportaProva, ConfiguredProgramOpensTheFileOrIsNotFound)
                                               + QStringLiteral("\" \"") + file
                                               + QStringLiteral("\"  NON TROVATO"));
     EXPECT_TRUE(QFile::exists(file));
-}
-
-TEST_F(EsportaProva, MatrixWritesEveryColumnOfTheGrid)
-{
-    QStandardItemModel modello(0, 3);
-    modello.setHorizontalHeaderLabels({QStringLiteral("MON"), QStringLiteral("CAMBIO\nDEL"),
-                                       QStringLiteral("NASCOSTA")});
-    QTableView griglia;
-    griglia.setModel(&modello);
-    griglia.setColumnHidden(2, true);
-
-    EsportaMatrice(&griglia, MatriceValori({}), QStringLiteral("GesCambi"));
-    EXPECT_EQ(m_messaggi.testi(), QStringList{QStringLiteral("NESSUN DATO DA ESPORTARE")});
-    EXPECT_FALSE(QFile::exists(FileEsportazione(QStringLiteral("GesCambi"))));
-
-    const MatriceValori matrice({{QStringLiteral(" USD "), 1.0823, QVariant()},
-                                 {QStringLiteral("CHF"), QStringLiteral("0,95"), 3}});
-    EsportaMatrice(&griglia, matrice, QStringLiteral("GesCambi"));
-    EXPECT_EQ(Righe(File(QStringLiteral("GesCambi"))),
-              (QStringList{"MON;CAMBIODEL;NASCOSTA;", "USD;1,0823;;", "CHF;0,95;3;"}));
-}
-
-TEST_F(EsportaProva, RankingSplitsThePercentColumns)
-{
-    QStandardItemModel modello(0, 3);
-    modello.setHorizontalHeaderLabels({QStringLiteral("CLIENTE"),
-                                       QStringLiteral("RENDIMENTO % sul capitale"),
-                                       QStringLiteral("QUOTA % sul totale A")});
-    modello.appendRow({new QStandardItem(QStringLiteral("Rossi")),
-                       new QStandardItem(QStringLiteral("4,5% ; 1000 ; 2500")),
-                       new QStandardItem(QStringLiteral("12%;X"))});
-    modello.appendRow({new QStandardItem(QStringLiteral("Bianchi")),
-                       new QStandardItem(QStringLiteral("n.d.")),
-                       new QStandardItem(QStringLiteral("7%;Y;Z"))});
-    QTableView griglia;
-    griglia.setModel(&modello);
-
-    EsportaClassifica(&griglia, nullptr, QStringLiteral("Classifica"));
-    EXPECT_EQ(Righe(File(QStringLiteral("Classifica"))),
-              (QStringList{"CLIENTE;RENDIMENTO%;SALDO;PROGRESSIVO;QUOTA;% A;",
-                           "Rossi;4,5%;1000;2500;12%;X;", "Bianchi;n.d.;;;7%;\"Y;Z\";"}));
-
-    // Under another name the ranking writes as a plain grid.
-    EsportaClassifica(&griglia, nullptr, QStringLiteral("Altro"));
-    EXPECT_EQ(Righe(File(QStringLiteral("Altro"))).value(1),
-              "Rossi;\"4,5% ; 1000 ; 2500\";\"12%;X\";");
 }

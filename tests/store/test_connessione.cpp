@@ -108,15 +108,8 @@ TEST_F(Connessione, UnSoloAllegatoScadutoLiRicostruisceTutti)
     EXPECT_EQ(m_parole, ParoleApertura + ParoleRicostruzione);
     EXPECT_TRUE(m_messaggi.richieste().isEmpty()); // rebuilt in silence
     EXPECT_EQ(Catalogo(), CatalogoAtteso());
-
-    // With only the foreign path left, the count is whole and nothing moves.
-    ASSERT_TRUE(Esegui(QString("UPDATE Allegati SET Connessione = ';DATABASE=%1' "
-                               "WHERE Nome = 'Azioni'").arg(altro)));
-    ChiudiDatabase();
-    ASSERT_TRUE(Connetti());
-    EXPECT_EQ(m_parole, ParoleApertura);
-    EXPECT_EQ(Catalogo().value("Azioni"), ";DATABASE=" + altro);
 }
+
 
 TEST_F(Connessione, TabellaMancanteDettaUnaVoltaELAvvioProsegue)
 {
@@ -154,21 +147,6 @@ TEST_F(Connessione, FileMancanteNonVieneCreato)
     EXPECT_FALSE(archivi().IndiciAperto);
     EXPECT_FALSE(Db().isValid());
     EXPECT_EQ(m_parole.last(), "Apertura DataBase delle Visite");
-}
-
-TEST_F(Connessione, RiprovaRicominciaDallInizio)
-{
-    const QString dati = PercorsoArchivio(Archivio::Dati);
-    const QString copia = m_cartella.file("copia.db");
-    ASSERT_TRUE(QFile::rename(dati, copia));
-    m_messaggi.gestore = [&](const Richiesta &) {
-        QFile::rename(copia, dati); // the user puts the file back
-        return std::optional(Risposta::Riprova);
-    };
-    ASSERT_TRUE(Connetti());
-    EXPECT_EQ(m_messaggi.testi(), QStringList{"DATABASE " + dati + " INESISTENTE"});
-    EXPECT_EQ(m_parole.mid(0, 2), ParoleApertura.mid(0, 2));
-    EXPECT_TRUE(archivi().DbDatiAperto);
 }
 
 TEST_F(Connessione, FileCheNonEUnDatabaseRestaIntatto)

@@ -77,11 +77,8 @@ TEST_F(Installazione, CartellaNuovaProntaPerIlProgramma)
     EXPECT_EQ(Valore("SELECT group_concat(Codice || Segno, ' ') FROM "
                      "(SELECT * FROM DistCausali ORDER BY Codice)").toString(),
               "007+ 008- 900+");
-    EXPECT_EQ(Valore("SELECT MdFile FROM Moduli WHERE MdKey = 'DistC04'").toString(),
-              "DistC04.rpt");
-    EXPECT_EQ(Valore("SELECT Codice FROM TabNazioni WHERE GesCmb > 0 ORDER BY GesCmb").toString(),
-              "EUR");
     EXPECT_EQ(Valore("SELECT count(*) FROM Distinte").toInt(), 0);
+
     EXPECT_EQ(Valore("SELECT count(*) FROM dati.sqlite_master WHERE name = 'Distinte_data'")
                   .toInt(),
               1);
