@@ -54,7 +54,7 @@ std::int32_t ControlloCampi4::giornoMovimento() const
 QString ControlloCampi4::MonetaProposta() const
 {
     const Impostazioni &imp = impostazioni();
-    return giornoMovimento() < GiornoEuro04 ? imp.CodLit : imp.CodBase;
+    return giornoMovimento() < GiornoEuro ? imp.CodLit : imp.CodBase;
 }
 
 int ControlloCampi4::ControllaCampo4(int indice)
@@ -161,12 +161,12 @@ void ControlloCampi4::controllaMoneta()
     codiceStop() = 0;
     // The question names the lire whatever the currency is: the office
     // checks the cut-over, not the currency.
-    if (giorno < GiornoEuro04 && moneta != imp.CodLit) {
+    if (giorno < GiornoEuro && moneta != imp.CodLit) {
         if (Messaggio(QStringLiteral("MOVIMENTO PRIMA DEL 2002 NON IN LIRE; Confermi"),
                       QStringLiteral("MOVIMENTO NON IN LIRE"), Icona::Domanda, Pulsanti::SiNo)
             == Risposta::No)
             txt.imposta(Campo04Moneta, imp.CodLit);
-    } else if (giorno >= GiornoEuro04 && moneta != imp.CodBase) {
+    } else if (giorno >= GiornoEuro && moneta != imp.CodBase) {
         if (Messaggio(QStringLiteral("MOVIMENTO DOPO IL 2001 IN LIRE; Confermi"),
                       QStringLiteral("MOVIMENTO IN LIRE"), Icona::Domanda, Pulsanti::SiNo)
             == Risposta::No)

@@ -39,9 +39,6 @@ enum CampoDistinta04 : int {
     Campo04NomeFiltro = 17,
 };
 
-// The first day in euro, 01/01/2002.
-inline constexpr std::int32_t GiornoEuro04 = 37257;
-
 // Another screen's fields seen under the slip checks' indices: each pair
 // (slip index, screen index) reads and writes the screen's field there; any
 // other index is the screen's own when `altriUguali`, else no field.

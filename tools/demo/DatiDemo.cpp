@@ -81,6 +81,7 @@ bool GeneraDatiDemo(QSqlDatabase &db, const OpzioniDemo &opzioni, QString *error
         demo::ScriviClienti(db, caso, ufficio, &dettaglio) &&
         demo::ScriviSaldi(db, caso, ufficio, &dettaglio) &&
         demo::ScriviMovimenti(db, caso, ufficio, opzioni.movimenti, &dettaglio) &&
+        demo::ScriviRighe04(db, caso, ufficio, opzioni.movimenti, &dettaglio) &&
         transazione.conferma();
     if (!fatto) {
         transazione.annulla();

@@ -92,5 +92,9 @@ bool ScriviClienti(QSqlDatabase &db, Caso &caso, Ufficio &ufficio, QString *erro
 bool ScriviSaldi(QSqlDatabase &db, Caso &caso, const Ufficio &ufficio, QString *errore);
 bool ScriviMovimenti(QSqlDatabase &db, Caso &caso, const Ufficio &ufficio, qint64 quanti,
                      QString *errore);
+// Rows typed on the 04 ledger for the teams; with quanti, the ledger topped
+// up to that many rows.
+bool ScriviRighe04(QSqlDatabase &db, Caso &caso, const Ufficio &ufficio, qint64 quanti,
+                   QString *errore);
 
 } // namespace sorvane::demo
