@@ -9,8 +9,6 @@
 #include <QDateTime>
 #include <QLocale>
 
-#include <algorithm>
-
 namespace sorvane {
 
 namespace {
@@ -123,6 +121,12 @@ QString TestoDaCampo(const QVariant &valore, const QString &predefinito)
     return t;
 }
 
+bool CarattereDigitato(int tasto)
+{
+    return tasto > 0 && tasto <= 0x10FFFF
+           && QChar::category(char32_t(tasto)) != QChar::Other_Control;
+}
+
 void SoloCifre(int &tasto)
 {
     if (IsControlloPassante(tasto))
@@ -175,11 +179,9 @@ QString AllineaCodice(const QString &valore, int lunghezza)
     const QString t = valore.trimmed();
     if (t.isEmpty() || t.size() >= lunghezza || !IsNumeric(t))
         return t;
-    // A sign, a separator or an exponent makes a different code once padded
-    // ("000-3"), so only a code of plain digits is filled.
-    const bool soloCifre =
-        std::all_of(t.cbegin(), t.cend(), [](QChar c) { return IsCifra(c.unicode()); });
-    return soloCifre ? t.rightJustified(lunghezza, QLatin1Char('0')) : t;
+    // Every numeric value is filled, a sign or a separator included: "-7"
+    // becomes "000-7".
+    return t.rightJustified(lunghezza, QLatin1Char('0'));
 }
 
 QString Virgolettato(const QString &testo)
@@ -187,6 +189,16 @@ QString Virgolettato(const QString &testo)
     if (testo.trimmed().isEmpty())
         return testo;
     return QLatin1Char('"') + testo + QLatin1Char('"');
+}
+
+std::optional<double> LeggiImporto(const QString &testo)
+{
+    if (testo.trimmed().isEmpty())
+        return 0.0;
+    double valore = 0;
+    if (!LeggiNumero(testo, &valore))
+        return std::nullopt;
+    return valore;
 }
 
 QString FormatoImporto(const QString &codiceMoneta, double valore, bool vuotoSeZero)

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QVariant>
 
+#include <optional>
+
 namespace sorvane {
 
 // Null and blank text become Empty; a text with a "/" and a second "/" after
@@ -29,6 +31,12 @@ constexpr int F4 = 115;
 constexpr int F8 = 119;
 } // namespace tasti
 
+// A character that a key press types into a field. Delete (127), Escape,
+// Backspace and the Ctrl+letter keys come with a control character as well,
+// but they edit or command: the key filters below are for typed characters
+// only, and a screen hands the others to the field untouched.
+bool CarattereDigitato(int tasto);
+
 // Key filters: take the character code and change it to 0 to drop the key.
 // Digits, backspace and Ctrl+C/R/V.
 void SoloCifre(int &tasto);
@@ -48,10 +56,18 @@ QVariant MaggioreDi(const QVariant &a, const QVariant &b, const QVariant &c = QV
 // Right-aligns the trimmed value in lunghezza characters; an empty value, or
 // one not shorter than lunghezza, comes back as given (untrimmed).
 QString AllineaTesto(const QString &valore, int lunghezza);
-// Trims; a code of plain digits shorter than lunghezza gets zeros on the left.
+// Trims; a numeric value (IsNumeric: "12", "-7", "1,5") shorter than
+// lunghezza gets zeros on the left, before its sign too ("000-7").
 QString AllineaCodice(const QString &valore, int lunghezza);
 // A non-blank text in double quotes, for a command line; a blank one as given.
 QString Virgolettato(const QString &testo);
+
+// The number an amount field holds, the one reading of the amount and the
+// expenses alike: blank is 0; a number as LeggiNumero reads it, so the
+// locale's groups where they belong ("2.500,5", as FormatoImporto writes
+// it) or none ("2500,5"); anything else is no amount, nothing: "2,500,50"
+// (an Italian "2.500,50" through SoloImporto), a date, a letter.
+std::optional<double> LeggiImporto(const QString &testo);
 
 // "#,###,###,###,###" for the lira code, else "##,###,###,###.##"; a final
 // separator goes; a blank result is "0" unless vuotoSeZero.

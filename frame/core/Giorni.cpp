@@ -42,7 +42,7 @@ bool leggiGMA(const QString &testo, int *giorno, int *mese, int *anno)
         ++p;
     while (fine > p && fine[-1].isSpace())
         --fine;
-    if (fine - p < 6 || fine - p > 10)
+    if (fine - p < 5 || fine - p > 10)
         return false;
     if (!leggiCifre(p, fine, 2, giorno) || p == fine)
         return false;
@@ -54,7 +54,8 @@ bool leggiGMA(const QString &testo, int *giorno, int *mese, int *anno)
     const int cifreAnno = leggiCifre(p, fine, 4, anno);
     if (p != fine)
         return false;
-    if (cifreAnno == 2)
+    // A year of one or two digits falls in the window, so "1/2/3" is 2003.
+    if (cifreAnno == 1 || cifreAnno == 2)
         *anno += *anno < 30 ? 2000 : 1900;
     else if (cifreAnno != 4 || *anno < 100)
         return false;

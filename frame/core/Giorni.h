@@ -27,10 +27,11 @@ double GiornoDaDataOra(const QDateTime &dataOra);
 QDate DataDaGiorno(double giorno);
 
 // Reads "d/m/y" (separators "/", "-" or ".", the same one twice), one or two
-// digits for day and month, two or four for the year; two-digit years 00-29
-// are 2000-2029, 30-99 are 1930-1999; four-digit years from 0100 to 9999.
-// Only real calendar days; no other order and no other shape (one- and
-// three-digit years are not dates). Leading and trailing blanks are allowed.
+// digits for day and month, one, two or four for the year; years of one or
+// two digits 0-29 are 2000-2029, 30-99 are 1930-1999 ("1/2/3" is 01/02/2003);
+// four-digit years from 0100 to 9999. Only real calendar days; no other
+// order and no other shape (three-digit years are not dates). Leading and
+// trailing blanks are allowed.
 std::optional<QDate> LeggiData(const QString &testo);
 bool IsDate(const QString &testo);
 

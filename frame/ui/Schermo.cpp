@@ -257,8 +257,13 @@ bool Schermo::premuto(QObject *oggetto, QKeyEvent *tasto)
 
 bool Schermo::filtraCarattere(QLineEdit *campo, QKeyEvent *tasto)
 {
+    // Only typed characters are filtered: Delete, Tab and the other editing
+    // keys, and the Ctrl shortcuts, reach the field as they came (Ctrl with
+    // Alt is AltGr on some systems, which types).
     const QString testo = tasto->text();
-    if (testo.size() != 1 || testo[0].unicode() == 9)
+    const Qt::KeyboardModifiers m = tasto->modifiers();
+    const bool scorciatoia = m.testFlag(Qt::ControlModifier) && !m.testFlag(Qt::AltModifier);
+    if (testo.size() != 1 || scorciatoia || !CarattereDigitato(testo[0].unicode()))
         return false;
     const int prima = testo[0].unicode();
     int codice = prima;

@@ -91,8 +91,10 @@ TEST(DataDaCampo, NumeriEDate)
     EXPECT_EQ(data.typeId(), QMetaType::Double);
     EXPECT_EQ(data.toDouble(), 37256.0);
     EXPECT_EQ(DataDaCampo(QStringLiteral(" 31/12/2001 ")).toDouble(), 37256.0);
-    // Day before month, and a two-digit year in this century.
+    // Day before month, and a two-digit year in this century; one digit
+    // reads the same, as IsDate says.
     EXPECT_EQ(DataDaCampo(QStringLiteral("01/02/03")).toDouble(), 37653.0);
+    EXPECT_EQ(DataDaCampo(QStringLiteral("1/2/3")).toDouble(), 37653.0);
 
     // A number comes back as it stands, text included.
     EXPECT_EQ(DataDaCampo(37256.5).toDouble(), 37256.5);
@@ -131,8 +133,8 @@ TEST(Allinea, TestoCodiceVirgolettato)
         {AllineaCodice, " 12 ", 5, "00012"}, {AllineaCodice, "A12", 5, "A12"},
 
         {AllineaCodice, "   ", 5, ""},
-        // Numbers that aren't plain digits are not codes to fill.
-        {AllineaCodice, "-3", 5, "-3"}, {AllineaCodice, "1,5", 5, "1,5"},
+        // Whatever is numeric is filled, sign and separator included.
+        {AllineaCodice, "-7", 5, "000-7"}, {AllineaCodice, "1,5", 5, "001,5"},
     };
     for (const auto &r : righe) {
         SCOPED_TRACE(r.testo);

@@ -78,9 +78,11 @@ TEST(Giorni, DateTexts)
         {"29/02/2004", QDate(2004, 2, 29)}, {"29/02/00", QDate(2000, 2, 29)},
         {"29/02/1900", QDate()}, {"31/04/2001", QDate()},
         {"12/31/2001", QDate()}, // no day/month swapping
-        // Four-digit years from 0100 on; one and three digits are no year.
+        // One digit falls in the window too; four-digit years from 0100 on;
+        // three digits, or none, are no year.
+        {"1/2/3", QDate(2003, 2, 1)}, {"1-2-9", QDate(2009, 2, 1)},
         {"01/01/0100", QDate(100, 1, 1)}, {"31/12/9999", QDate(9999, 12, 31)},
-        {"31/12/0099", QDate()}, {"31/12/201", QDate()},
+        {"31/12/0099", QDate()}, {"31/12/201", QDate()}, {"12/3/", QDate()},
         {"2001/12/31", QDate()}, {"31-12/2001", QDate()}, {"", QDate()},
     };
     for (const auto &r : righe) {

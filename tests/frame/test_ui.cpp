@@ -2,14 +2,17 @@
 #include "frame/ui/Cursore.h"
 #include "frame/ui/MessaggiQt.h"
 #include "frame/ui/Modale.h"
+#include "frame/ui/Schermo.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QVBoxLayout>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -173,4 +176,35 @@ TEST(Modale, SenzaGestoreExec)
     EXPECT_EQ(EseguiModale(dialogo), 7);
     QTimer::singleShot(0, &dialogo, &QDialog::accept);
     EXPECT_EQ(EseguiModale(dialogo), QDialog::Accepted);
+}
+
+// Delete and the other editing keys work in every kind of field: the key
+// filters see typed characters only.
+TEST(Schermo, CancEGliAltriTastiDiModificaInOgniCampo)
+{
+    QWidget schermo;
+    auto *colonna = new QVBoxLayout(&schermo);
+    QList<QLineEdit *> txt;
+    for (int i = 0; i < 3; ++i) {
+        txt.append(new QLineEdit(&schermo));
+        colonna->addWidget(txt.last());
+    }
+    (new Schermo(&schermo))->campi(txt, {ModoCifre, ModoImporto, ModoTesto});
+    schermo.show();
+    schermo.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&schermo));
+    for (QLineEdit *campo : txt) {
+        campo->setFocus();
+        campo->setText(QStringLiteral("1234"));
+        campo->setCursorPosition(0);
+        QTest::keyClick(campo, Qt::Key_Delete);
+        EXPECT_EQ(campo->text(), QStringLiteral("234"));
+        QTest::keyClick(campo, Qt::Key_A, Qt::ControlModifier); // all selected
+        QTest::keyClick(campo, Qt::Key_Delete);
+        EXPECT_TRUE(campo->text().isEmpty()) << qPrintable(campo->text());
+        QTest::keyClicks(campo, QStringLiteral("1x"));
+    }
+    // The filters stand for what is typed.
+    EXPECT_EQ(txt[0]->text(), QStringLiteral("1"));
+    EXPECT_EQ(txt[2]->text(), QStringLiteral("1X"));
 }
