@@ -14,6 +14,8 @@ namespace sorvane {
 namespace {
 
 const QString MarcaEstesa = QStringLiteral(" >");
+// U+10FFFF, the last code point: in UTF-8 it sorts after every other.
+const QString OltreOgniCarattere = QString::fromUcs4(U"\U0010FFFF", 1);
 constexpr int LarghezzaTesto = 35;
 constexpr int LarghezzaCodice = 6;
 
@@ -112,10 +114,12 @@ SqlRicerca ElencoClienti::Sql(const QString &testo, bool ancheChiusi, std::uint8
         s.testo += QStringLiteral("CliRagSoc = ? ");
         s.parametri << testo;
     } else {
-        // A range on the name's index; "zzz" in lower case on purpose, so
-        // that it stays above any letter under a case-blind comparison.
-        s.testo += QStringLiteral("CliRagSoc BETWEEN ? AND ? ");
-        s.parametri << testo << testo + QStringLiteral("zzz");
+        // Every name that starts with the text, as a range on the name's
+        // index: from the text itself to the text followed by the highest
+        // character there is, which no letter of a name passes, accented
+        // ones ("NICOLÒ", "SAVOIÀ") included.
+        s.testo += QStringLiteral("CliRagSoc >= ? AND CliRagSoc < ? ");
+        s.parametri << testo << testo + OltreOgniCarattere;
     }
     if (!ancheChiusi)
         s.testo += QStringLiteral("AND CliCategoria <> 'ZZZZZ' ");

@@ -98,12 +98,21 @@ TEST_F(RicercaClienti, LaPrimaRigaNelBufferERigheDellaGriglia)
     EXPECT_EQ(e.CodiceRiga(1), 7);
 }
 
-TEST_F(RicercaClienti, ApostrofiVirgoletteEMinuscole)
+TEST_F(RicercaClienti, ApostrofiVirgoletteAccentiEMinuscole)
 {
-    Clienti({{1, "D'ANGELO PIA"}, {2, "BAR \"LA SOSTA\""}, {3, "DANGELO UGO"}});
+    Clienti({{1, "D'ANGELO PIA"}, {2, "BAR \"LA SOSTA\""}, {3, "DANGELO UGO"},
+             {4, "NICOLÒ BIANCHI"}, {5, "SAVOIÀ LUCA"}, {6, "NICOLA"}, {7, "D'AGOSTINO"}});
     ElencoClienti e;
     EXPECT_EQ(e.CercaNomi(QStringLiteral("D'ANGELO")), 1);
     EXPECT_EQ(Cli().Codice, 1);
+    EXPECT_EQ(e.CercaNomi(QStringLiteral("D'AGO")), 1);
+    EXPECT_EQ(Cli().Codice, 7);
+    // An accented letter right after the text still starts with it.
+    EXPECT_EQ(e.CercaNomi(QStringLiteral("NICOL")), 2);
+    EXPECT_EQ(Codici(e), QStringList({"6", "4"}));
+    EXPECT_EQ(e.CercaNomi(QStringLiteral("SAVOI")), 1);
+    EXPECT_EQ(Cli().Codice, 5);
+    EXPECT_EQ(e.CercaNomi(QStringLiteral("NICOLÒ")), 1);
     EXPECT_EQ(e.CercaNomi(QStringLiteral("BAR \"LA")), 1);
     EXPECT_EQ(Cli().Codice, 2);
     // Names compare without case, as the data files always did.
@@ -154,7 +163,9 @@ TEST_F(RicercaClienti, LInizioDelNomeCercaSullIndice)
     QStringList piano;
     while (q.next())
         piano << q.value(3).toString();
-    EXPECT_TRUE(piano.join('\n').contains(QStringLiteral("USING INDEX Clienti_ragsoc")))
+    // A search between the two bounds, not a walk of the whole index.
+    EXPECT_TRUE(piano.join('\n').contains(
+        QStringLiteral("SEARCH Clienti USING INDEX Clienti_ragsoc (CliRagsoc>? AND CliRagsoc<?)")))
         << qPrintable(piano.join('\n'));
 }
 
