@@ -107,6 +107,29 @@ bool PreparaSchema(QSqlDatabase &db, const QString &schema, const QString &perco
     return true;
 }
 
+// The engine opens a write-protected file for reading without a word, and
+// the first save would be the first to fail: a file the program writes to
+// is refused at start instead, as a missing one is. A write begun and
+// undone at once tells (a write transaction alone would not: the engine
+// starts a read one on a file it cannot write). A file busy with another
+// program's write is writable all the same, and meets the busy wait when
+// it is written.
+bool Scrivibile(Archivio a, const QString &percorso)
+{
+    QSqlQuery q(Db());
+    if (!q.exec(QStringLiteral("BEGIN")))
+        return true;
+    const bool scritto = q.exec(QStringLiteral("CREATE TABLE \"%1\".sorvane_prova_scrittura (x)")
+                                    .arg(NomeSchema(a)));
+    const int codice = scritto ? 0 : CodiceSqlite(q.lastError()) & 0xff;
+    q.exec(QStringLiteral("ROLLBACK"));
+    if (codice != sqlite::SolaLettura)
+        return true;
+    sessione().TestoErrore =
+        QStringLiteral("DATABASE ") + percorso + QStringLiteral(" IN SOLA LETTURA");
+    return false;
+}
+
 bool ApriPrincipale(const QString &percorso)
 {
     if (!EsisteFile(percorso) || !SembraUnDatabase(percorso))
@@ -199,9 +222,10 @@ bool Connetti(const Avanzamento &avanzamento)
                 return false;
             break;
         case Archivio::Lavoro:
-            if (!ApriPrincipale(percorso))
+            if (!ApriPrincipale(percorso) || !Scrivibile(Archivio::Lavoro, percorso))
                 return false;
-            if (!Allega(Archivio::Dati, PercorsoArchivio(Archivio::Dati)))
+            if (!Allega(Archivio::Dati, PercorsoArchivio(Archivio::Dati))
+                || !Scrivibile(Archivio::Dati, PercorsoArchivio(Archivio::Dati)))
                 return false;
             st.DbDatiAperto = true;
             st.DbLavoroAperto = true;

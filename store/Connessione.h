@@ -7,10 +7,11 @@
 // are views of this one connection.
 //
 // Every file is opened read-write without create: a wrong path is told as
-// a missing database, never answered with an empty one. At each open a
-// file is put back in rollback-journal mode if a sibling program left it in
-// WAL (only then is a transaction across the files atomic), with
-// synchronous=FULL and a busy timeout of five seconds.
+// a missing database, never answered with an empty one; a data or working
+// file that cannot be written is refused as well ("... IN SOLA LETTURA").
+// At each open a file is put back in rollback-journal mode if a sibling
+// program left it in WAL (only then is a transaction across the files
+// atomic), with synchronous=FULL and a busy timeout of five seconds.
 
 #include "store/Recordset.h"
 #include "store/Schema.h"

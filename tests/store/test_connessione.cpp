@@ -3,6 +3,12 @@
 #include <QFile>
 #include <QSet>
 
+#ifdef __linux__
+#include <linux/capability.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+#endif
+
 using namespace sorvane;
 using namespace sorvane::prova;
 
@@ -60,6 +66,49 @@ protected:
     }
 
     QStringList m_parole;
+};
+
+// A file without write permission for as long as this lives. Root writes
+// through the mode bits: its override goes out of the thread's effective
+// set meanwhile, so that the file is read-only for it as for anyone.
+class SoloLettura
+{
+public:
+    explicit SoloLettura(const QString &file) : m_file(file), m_permessi(QFile::permissions(file))
+    {
+        QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
+#ifdef __linux__
+        if (geteuid() == 0 && syscall(SYS_capget, &m_testa, m_prima) == 0) {
+            __user_cap_data_struct senza[_LINUX_CAPABILITY_U32S_3];
+            std::copy(std::begin(m_prima), std::end(m_prima), senza);
+            senza[CAP_TO_INDEX(CAP_DAC_OVERRIDE)].effective &= ~CAP_TO_MASK(CAP_DAC_OVERRIDE);
+            m_tolto = syscall(SYS_capset, &m_testa, senza) == 0;
+        }
+#endif
+    }
+    ~SoloLettura()
+    {
+#ifdef __linux__
+        if (m_tolto)
+            syscall(SYS_capset, &m_testa, m_prima);
+#endif
+        QFile::setPermissions(m_file, m_permessi);
+    }
+    // False when the file can be written all the same.
+    bool protetto() const
+    {
+        QFile f(m_file);
+        return !f.open(QIODevice::ReadWrite);
+    }
+
+private:
+    QString m_file;
+    QFile::Permissions m_permessi;
+#ifdef __linux__
+    __user_cap_header_struct m_testa{_LINUX_CAPABILITY_VERSION_3, 0};
+    __user_cap_data_struct m_prima[_LINUX_CAPABILITY_U32S_3]{};
+    bool m_tolto = false;
+#endif
 };
 
 } // namespace
@@ -147,6 +196,26 @@ TEST_F(Connessione, FileMancanteNonVieneCreato)
     EXPECT_FALSE(archivi().IndiciAperto);
     EXPECT_FALSE(Db().isValid());
     EXPECT_EQ(m_parole.last(), "Apertura DataBase delle Visite");
+}
+
+TEST_F(Connessione, FileDaScrivereInSolaLetturaRifiutatoAllAvvio)
+{
+    // The engine would open them for reading without a word.
+    for (Archivio a : {Archivio::Dati, Archivio::Lavoro}) {
+        const QString file = PercorsoArchivio(a);
+        SoloLettura sola(file);
+        if (!sola.protetto())
+            GTEST_SKIP() << "no way to write-protect a file here";
+        m_messaggi.pulisci();
+        EXPECT_FALSE(Connetti());
+        ASSERT_EQ(m_messaggi.richieste().size(), 1);
+        const Richiesta r = m_messaggi.richieste().first();
+        EXPECT_EQ(r.testo, "DATABASE " + file + " IN SOLA LETTURA");
+        EXPECT_EQ(r.pulsanti, Pulsanti::RiprovaAnnulla);
+        EXPECT_FALSE(Db().isValid());
+    }
+    // Writable again, the same files open.
+    EXPECT_TRUE(Connetti());
 }
 
 TEST_F(Connessione, FileCheNonEUnDatabaseRestaIntatto)
