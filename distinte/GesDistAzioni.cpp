@@ -12,6 +12,7 @@
 #include "frame/core/Messaggi.h"
 #include "frame/core/Sessione.h"
 #include "store/Tabelle.h"
+#include "store/Transazione.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -23,13 +24,9 @@ namespace sorvane {
 
 namespace {
 
-const QString ErroreModifica = QStringLiteral("Errore in aggiornamento del movimento");
-
-// The engine's words, when there are any, under the message.
-QString ConMotivo(const QString &testo, const QString &motivo)
-{
-    return motivo.isEmpty() ? testo : testo + QLatin1Char('\n') + motivo;
-}
+// Each write is one transaction: what failed has left nothing behind.
+const QString ErroreModifica =
+    QStringLiteral("Errore in aggiornamento del movimento\nIL MOVIMENTO E' RIMASTO COM'ERA");
 
 } // namespace
 
@@ -60,7 +57,7 @@ void GesDist::invertiMarca(const Marca &marca)
     const EsitoMarca esito = InvertiMarca(tabelle().RsDistinte, marca.codice, marca.prg,
                                           marca.fetta);
     if (!esito.riuscito) {
-        Messaggio(ConMotivo(ErroreModifica, esito.errore), QString(), Icona::Stop);
+        Messaggio(TestoGuasto(ErroreModifica, esito.errore), QString(), Icona::Stop);
         return;
     }
     if (!esito.toccata)
@@ -85,7 +82,7 @@ void GesDist::apriModifica(std::int32_t codice)
         MovimentoDaModificare(tabelle().RsDistinte, codice, &ricostruita, &errore);
     if (!m) {
         if (!errore.isEmpty())
-            Messaggio(ConMotivo(ErroreModifica, errore), QString(), Icona::Stop);
+            Messaggio(TestoGuasto(ErroreModifica, errore), QString(), Icona::Stop);
         return;
     }
     // The main row given back to a movement shows in the list.
@@ -141,7 +138,7 @@ void GesDist::Conferma()
     const EsitoGestione esito = SalvaModifica(
         tabelle().RsDistinte, MovimentoModificato(*m_originale, testata, prodotti, giro));
     if (!esito.riuscito) {
-        Messaggio(ConMotivo(ErroreModifica, esito.errore), QString(), Icona::Stop);
+        Messaggio(TestoGuasto(ErroreModifica, esito.errore), QString(), Icona::Stop);
         m_apriRicerca = false;
         return;
     }
@@ -163,8 +160,12 @@ void GesDist::Elimina()
     }
     const EsitoGestione esito = EliminaMovimento(tabelle().RsDistinte, m_codiceMovimento);
     if (!esito.riuscito) {
-        s.TestoErrore = esito.errore;
-        Messaggio(esito.errore, QString(), Icona::Stop);
+        // The words name the row that failed, then the engine's.
+        s.TestoErrore = TestoGuasto(QStringLiteral("ERRORE IN CANCELLAZIONE DEL MOVIMENTO ")
+                                        + QString::number(m_codiceMovimento)
+                                        + QStringLiteral("\nIL MOVIMENTO E' RIMASTO COM'ERA"),
+                                    esito.errore);
+        Messaggio(s.TestoErrore, QString(), Icona::Stop);
     }
     aggiorna();
     tornaAllaLista();

@@ -15,6 +15,7 @@
 #include "lookup/Datario.h"
 #include "reports/Esporta.h"
 #include "store/Griglie.h"
+#include "store/Transazione.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -23,7 +24,34 @@
 #include <QTableView>
 #include <QTimer>
 
+#include <functional>
+
 namespace sorvane {
+
+namespace {
+
+// A write on the working table as one transaction: a movement's rows are
+// all written, or all deleted, or none. False with the engine's words in
+// *motivo, and nothing written.
+bool InUnaTransazione(Recordset &bk, const std::function<bool()> &scrivi, QString *motivo)
+{
+    Transazione t;
+    if (!t.attiva()) {
+        *motivo = t.errore();
+        return false;
+    }
+    if (!scrivi()) {
+        *motivo = bk.Errore();
+        return false;
+    }
+    if (!t.conferma()) {
+        *motivo = t.errore();
+        return false;
+    }
+    return true;
+}
+
+} // namespace
 
 void InsDist::Aggiungi()
 {
@@ -52,10 +80,21 @@ void InsDist::Aggiungi()
     m.principale.dstCodice = m_codiceMovimento;
     if (m.giro)
         m.giro->dstCodice = m_codiceMovimento;
-    const std::int32_t scritto = ScriviInLavoro(m_bk, m);
-    if (scritto == 0)
-        Messaggio(QStringLiteral("ERRORE IN SCRITTURA ARCHIVIO TEMPORANEO 'BKDISTINTE'\n")
-                      + m_bk.Errore(), QString(), Icona::Stop);
+    QString motivo;
+    std::int32_t scritto = 0;
+    const auto scrivi = [&] { return (scritto = ScriviInLavoro(m_bk, m)) != 0; };
+    if (!InUnaTransazione(m_bk, scrivi, &motivo)) {
+        // Nothing was written: the fields stay for another try.
+        Messaggio(TestoGuasto(QStringLiteral("ERRORE IN SCRITTURA ARCHIVIO TEMPORANEO "
+                                             "'BKDISTINTE'\nIL MOVIMENTO NON E' STATO "
+                                             "REGISTRATO: I CAMPI RESTANO COME SONO"),
+                              motivo),
+                  QString(), Icona::Stop);
+        m_command1[1]->show();
+        m_command1[3]->setVisible(m_codiceMovimento != 0);
+        m_apriRicerca = false;
+        return;
+    }
 
     m_data1->Aggiorna();
     for (int r = m_data1->rowCount() - 1; r >= 0; --r) {
@@ -114,7 +153,18 @@ void InsDist::Cancella()
         m_apriRicerca = false;
         return;
     }
-    CancellaMovimento(m_bk, m_codiceMovimento);
+    QString motivo;
+    const auto cancella = [this] { return CancellaMovimento(m_bk, m_codiceMovimento); };
+    if (!InUnaTransazione(m_bk, cancella, &motivo)) {
+        s.TestoErrore = TestoGuasto(QStringLiteral("ERRORE IN CANCELLAZIONE DEL MOVIMENTO ")
+                                        + QString::number(m_codiceMovimento)
+                                        + QStringLiteral("\nIL MOVIMENTO E' RIMASTO NELLA "
+                                                         "DISTINTA"),
+                                    motivo);
+        Messaggio(s.TestoErrore, QString(), Icona::Stop);
+        m_apriRicerca = false;
+        return;
+    }
     m_data1->Aggiorna();
     PulisciMaschera();
     for (int i = CampoCodiceCliente; i <= CampoSpese; ++i)

@@ -156,8 +156,10 @@ EsitoSalvataggio SalvaDistinta()
         return esito;
     // Nothing was written: the counts would only mislead.
     esito.movimenti = esito.righeDistinte = esito.righe04 = 0;
-    sessione().TestoErrore = QStringLiteral("ERRORE NEL SALVATAGGIO DELLA DISTINTA\n")
-        + esito.errore + QStringLiteral("\nNESSUN MOVIMENTO E' STATO SALVATO");
+    sessione().TestoErrore = TestoGuasto(
+        QStringLiteral("ERRORE NEL SALVATAGGIO DELLA DISTINTA\n"
+                       "NESSUN MOVIMENTO E' STATO SALVATO: RESTANO TUTTI DA SALVARE"),
+        esito.errore);
     Messaggio(sessione().TestoErrore, QStringLiteral("KELVAR - SALVA DISTINTA"), Icona::Stop);
     return esito;
 }

@@ -1,6 +1,7 @@
 #include "store/RecordsetSql.h"
 
 #include "store/Schema.h"
+#include "store/Transazione.h"
 
 #include <QRegularExpression>
 #include <QSqlError>
@@ -110,7 +111,7 @@ bool LeggiColonne(const QSqlDatabase &db, const QString &tabella,
     // it: temporary tables, the main file, then the attached ones in order.
     QSqlQuery q(db);
     if (!q.exec(QStringLiteral("PRAGMA table_info(%1)").arg(Identificatore(tabella)))) {
-        *errore = q.lastError().text();
+        *errore = TestoErroreSqlite(q.lastError());
         return false;
     }
     // The file's own declaration says what a column holds; the dictionary

@@ -2,6 +2,7 @@
 
 #include "frame/core/Campi.h"
 #include "frame/core/Valore.h"
+#include "store/Transazione.h"
 
 #include <QSqlError>
 #include <QSqlRecord>
@@ -54,9 +55,8 @@ void Recordset::Stato::Errore(int numero, const QString &testo)
 
 void Recordset::Stato::ErroreSql(const QSqlError &e)
 {
-    bool ok = false;
-    const int n = e.nativeErrorCode().toInt(&ok);
-    Errore(ok && n != 0 ? n : 1, e.databaseText().isEmpty() ? e.text() : e.databaseText());
+    const int n = CodiceSqlite(e);
+    Errore(n != 0 ? n : 1, TestoErroreSqlite(e));
 }
 
 void Recordset::Stato::NessunRecord()

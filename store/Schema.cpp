@@ -1,5 +1,7 @@
 #include "store/Schema.h"
 
+#include "store/Transazione.h"
+
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -107,7 +109,7 @@ bool Esegui(QSqlDatabase &db, const QString &sql, QString *errore)
     if (q.exec(sql))
         return true;
     if (errore)
-        *errore = sql + QLatin1Char('\n') + q.lastError().text();
+        *errore = sql + QLatin1Char('\n') + TestoErroreSqlite(q.lastError());
     return false;
 }
 

@@ -42,6 +42,12 @@ QString TestoErroreSqlite(const QSqlError &e)
     return testo;
 }
 
+QString TestoGuasto(const QString &frase, const QString &motivo)
+{
+    const QString m = motivo.trimmed();
+    return m.isEmpty() ? frase : frase + QLatin1Char('\n') + m;
+}
+
 Transazione::Transazione() : Transazione(Db()) {}
 
 Transazione::Transazione(const QSqlDatabase &db) : m_db(db)
@@ -69,14 +75,15 @@ int Transazione::profondita(const QSqlDatabase &db)
 bool Transazione::esegui(const QString &sql)
 {
     if (!m_db.isOpen()) {
-        m_errore = sql + QStringLiteral(": DATABASE NON APERTO");
+        m_errore = QStringLiteral("DATABASE NON APERTO");
         m_codice = 0;
         return false;
     }
     QSqlQuery q(m_db);
     if (q.exec(sql))
         return true;
-    m_errore = sql + QStringLiteral(": ") + TestoErroreSqlite(q.lastError());
+    // The user reads the engine's words, not the statement behind them.
+    m_errore = TestoErroreSqlite(q.lastError());
     m_codice = CodiceSqlite(q.lastError());
     return false;
 }

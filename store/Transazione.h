@@ -43,8 +43,9 @@ public:
     // Undoes what the transaction wrote; nothing when it has ended.
     void annulla();
 
-    // The failure's words with the SQLite result code, and the code alone
-    // (the extended code as the engine gave it; 0 when there was none).
+    // The failure's words with the SQLite result code (TestoErroreSqlite,
+    // no statement before them), and the code alone (the extended code as
+    // the engine gave it; 0 when there was none).
     QString errore() const { return m_errore; }
     int codice() const { return m_codice; }
 
@@ -64,8 +65,14 @@ private:
 // The SQLite result code of an error (extended, as the driver reports it),
 // 0 when the error carries none; its primary part is codice & 0xff.
 int CodiceSqlite(const QSqlError &e);
-// The engine's words and "(codice SQLite N)".
+// The engine's words and "(codice SQLite N)": the one tail of every failure
+// of the store that reaches the user (Transazione::errore, Recordset::Errore
+// of an engine error, the connection's refusals).
 QString TestoErroreSqlite(const QSqlError &e);
+// A failure as the user reads it: the Italian sentence that says what
+// happened and what was kept, then on a line of its own the engine's words
+// with their code, when there are any.
+QString TestoGuasto(const QString &frase, const QString &motivo);
 
 namespace sqlite {
 constexpr int Occupato = 5;    // SQLITE_BUSY

@@ -123,8 +123,12 @@ TEST_F(Gestione, UnGuastoNonLasciaNullaEIlSecondoSalvaUnaVolta)
     EXPECT_FALSE(e.riuscito);
     EXPECT_TRUE(e.errore.contains(QStringLiteral("rifiutato"))) << qPrintable(e.errore);
     ASSERT_EQ(m_messaggi.richieste().size(), 1);
-    EXPECT_TRUE(m_messaggi.richieste().first().testo.startsWith(
-        QStringLiteral("ERRORE NEL SALVATAGGIO DELLA DISTINTA\n")));
+    // What happened and what was kept, then the engine's words and code.
+    const QString testo = m_messaggi.richieste().first().testo;
+    EXPECT_TRUE(testo.startsWith(
+        QStringLiteral("ERRORE NEL SALVATAGGIO DELLA DISTINTA\nNESSUN MOVIMENTO E' STATO "
+                       "SALVATO: RESTANO TUTTI DA SALVARE\nrifiutato (codice SQLite ")))
+        << qPrintable(testo);
     EXPECT_EQ(m_messaggi.richieste().first().icona, Icona::Stop);
     EXPECT_TRUE(Righe(SqlDistinte).isEmpty());
     EXPECT_TRUE(Righe(SqlDistinte04).isEmpty());
