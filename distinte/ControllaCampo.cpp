@@ -96,8 +96,8 @@ int ControlloCampi::ControllaCampo(int indice)
         controllaMoneta();
         return codiceStop();
     case CampoImporto:
-        buono = CDbl(txt.testo(indice).trimmed()) != 0;
-        break;
+    case CampoSpese:
+        return ControllaImporto(indice);
     case CampoGiornoDal:
         buono = ValoreCampo(txt, indice) <= 31;
         break;
@@ -233,6 +233,17 @@ void ControlloCampi::controllaMoneta()
     codiceStop() = 0;
 }
 
+int ControlloCampi::ControllaImporto(int indice)
+{
+    // A text that is no number would be saved as nothing at all, whatever
+    // the field shows: the field is not left until it reads.
+    const std::optional<double> importo = LeggiImporto(txt.testo(indice));
+    const bool buono = importo && (indice != CampoImporto || *importo != 0);
+    codiceStop() = static_cast<std::int16_t>(
+        buono ? 0 : indice == CampoImporto ? int(CampoImporto) : ErroreSpese);
+    return codiceStop();
+}
+
 int ControlloCampi::controllaElenco(std::initializer_list<int> indici)
 {
     rigoroso = true;
@@ -245,8 +256,9 @@ int ControlloCampi::controllaElenco(std::initializer_list<int> indici)
 
 int ControlloCampi::ControllaInserimento()
 {
+    // The expenses too: a key that presses the button leaves no field.
     return controllaElenco({CampoGiorno, CampoMese, CampoAnno, CampoCodiceCliente,
-                            CampoCausale, CampoMoneta, CampoImporto});
+                            CampoCausale, CampoMoneta, CampoImporto, CampoSpese});
 }
 
 int ControlloCampi::ControllaModifica()
@@ -264,7 +276,8 @@ QString TestoErroreCampo(int codice)
     case 4: return QStringLiteral("CLIENTE NON CODIFICATO");
     case 6: return QStringLiteral("CAUSALE NON CODIFICATA");
     case 17: return QStringLiteral("MONETA NON CODIFICATA");
-    case 18: return QStringLiteral("IMPORTO NON INDICATO");
+    case 18:
+    case ErroreSpese: return QStringLiteral("IMPORTO NON INDICATO");
     case 20: return QStringLiteral("GIORNO INIZIALE ERRATO");
     case 21: return QStringLiteral("MESE INIZIALE ERRATO");
     case 22: return QStringLiteral("DATA MOVIMENTO INIZIALE ERRATA");
@@ -293,6 +306,7 @@ int MostraErroreCampo()
     case 3: codice = 1; break;
     case 22: codice = 20; break;
     case 25: codice = 23; break;
+    case ErroreSpese: codice = CampoSpese; break;
     default: break;
     }
     return codice;

@@ -42,6 +42,10 @@ enum CampoDistinta : int {
     CampoNomeFiltro = 28,
 };
 
+// The code of expenses that read as no amount: the amount's words, and the
+// focus back on the expenses (20 is a day's code of the management filter).
+inline constexpr int ErroreSpese = 30;
+
 inline constexpr int TastoGiu = tasti::Giu;
 
 // Where a field stands, in twips, for the place of the client popup.
@@ -116,8 +120,14 @@ struct ControlloCampi
     // and answers sessione().CodiceStop, 0 when the field is good.
     int ControllaCampo(int indice);
 
+    // An amount field (the amount, the expenses) as it is left: its text
+    // must read as a number, the amount as one other than 0. Leaves and
+    // answers sessione().CodiceStop: 18 for the amount, ErroreSpese for the
+    // expenses, 0 when the field is good.
+    int ControllaImporto(int indice);
+
     // The button checks, rigoroso on: the entry screen's fields 1 to 4, 6,
-    // 17 and 18, the management screen's 1 to 4 and 6. Stops at the first
+    // 17, 18 and 20, the management screen's 1 to 4 and 6. Stops at the first
     // failure and answers its code.
     int ControllaInserimento();
     int ControllaModifica();

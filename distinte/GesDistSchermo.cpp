@@ -12,9 +12,10 @@ namespace sorvane {
 
 void GesDist::installaSchermo()
 {
-    // The dates, the client codes and the reason take digits; 18 is the amount.
+    // The dates, the client codes and the reason take digits; 18 and 20, the
+    // amount and the expenses, take an amount.
     auto modo = [](int i) -> std::uint8_t {
-        if (i == 18)
+        if (i == 18 || i == 20)
             return ModoImporto;
         return i <= 4 || i == 6 || (i >= 21 && i <= 27) ? ModoCifre : ModoTesto;
     };

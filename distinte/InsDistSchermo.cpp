@@ -12,13 +12,14 @@ namespace sorvane {
 
 void InsDist::installaSchermo()
 {
-    // Day, month, year, client code and reason take digits; 18 is the amount.
+    // Day, month, year, client code and reason take digits; 18 and 20, the
+    // amount and the expenses, take an amount.
     QList<QLineEdit *> campi(m_txt.begin() + 1, m_txt.end());
     QList<std::uint8_t> modi;
     for (int i = 1; i <= 20; ++i) {
         if (i <= 4 || i == 6)
             modi.append(ModoCifre);
-        else if (i == 18)
+        else if (i == 18 || i == 20)
             modi.append(ModoImporto);
         else
             modi.append(ModoTesto);

@@ -184,6 +184,32 @@ TEST_F(Controlla, IlControlloDelPulsanteSiFermaAlPrimoErrore)
     EXPECT_EQ(m_messaggi.testi(), QStringList{"IMPORTO NON INDICATO"});
 }
 
+// The amount and the expenses read a text alike: what is no number stops
+// the field with the amount's words and sends the focus back to it.
+TEST_F(Controlla, ImportoESpeseNonNumericiNonPassano)
+{
+    prova::LocaleFissato it(prova::Italiano());
+    const struct
+    {
+        int campo;
+        const char *testo;
+        int codice;
+    } righe[] = {
+        // "2.500,50" typed: the "." came out as ",".
+        {CampoImporto, "2,500,50", 18}, {CampoImporto, "2.500,5", 0},
+        {CampoImporto, "0", 18}, {CampoImporto, "1/2/3", 18},
+        {CampoSpese, "1.000", 0}, {CampoSpese, " ", 0}, {CampoSpese, "2,500,50", ErroreSpese},
+    };
+    for (const auto &r : righe) {
+        SCOPED_TRACE(r.testo);
+        m_campi.imposta(r.campo, QString::fromUtf8(r.testo));
+        EXPECT_EQ(m_controllo.ControllaCampo(r.campo), r.codice);
+    }
+    m_messaggi.pulisci(); // the last: the expenses
+    EXPECT_EQ(MostraErroreCampo(), CampoSpese);
+    EXPECT_EQ(m_messaggi.testi(), QStringList{"IMPORTO NON INDICATO"});
+}
+
 // The filter's words are one code late, and stay so.
 TEST_F(Controlla, IlFiltroHaLeParoleDelCampoDopo)
 {

@@ -246,5 +246,25 @@ TEST_F(ProvaInsDist, RigheRimasteTastiEUscita)
     EXPECT_EQ(Righe(QStringLiteral("SELECT COUNT(*) FROM BkDistinte")), QStringList({"1"}));
 }
 
+// An amount typed the Italian way comes out of the key rule as no number:
+// leaving the field says so and keeps the focus there, for the expenses too.
+TEST_F(ProvaInsDist, UnImportoCheNonENumeroTieneIlFuoco)
+{
+    InsDist &s = Apri();
+    for (const int campo : {int(CampoImporto), int(CampoSpese)}) {
+        Fuoco(s.txt(campo));
+        Digita(QStringLiteral("2.500,50"));
+        EXPECT_EQ(s.txt(campo)->text().trimmed(), QStringLiteral("2,500,50"));
+        m_messaggi.pulisci();
+        Tasto(Qt::Key_Return);
+        EXPECT_EQ(m_messaggi.testi(), QStringList({"IMPORTO NON INDICATO"}));
+        EXPECT_EQ(CampoInFuoco(), campo);
+        // Corrected, it is read with the groups it is shown with.
+        s.txt(campo)->setText(QStringLiteral("2500,5"));
+        Tasto(Qt::Key_Tab);
+        EXPECT_EQ(s.txt(campo)->text(), QStringLiteral("2.500,5"));
+    }
+}
+
 } // namespace
 } // namespace sorvane::prova
