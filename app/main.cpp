@@ -5,6 +5,8 @@
 #include "frame/main/Schermate.h"
 #include "frame/main/Startup.h"
 #include "frame/ui/MessaggiQt.h"
+#include "ledger04/GesDist4.h"
+#include "ledger04/InsSald4.h"
 #include "lookup/ListaCli.h"
 #include "reports/Gstampe.h"
 
@@ -24,6 +26,8 @@ int main(int argc, char **argv)
     int esito = 0;
     sorvane::RegistraSchermo(0, [] { return new sorvane::InsDist; });
     sorvane::RegistraSchermo(1, [] { return new sorvane::GesDist; });
+    sorvane::RegistraSchermo(2, [] { return new sorvane::GesDist4; });
+    sorvane::RegistraSchermo(4, [] { return new sorvane::InsSald4; });
     {
         sorvane::Startup cornice;
         // The client popup is made once at start, so the first lookup opens at once.

@@ -1,0 +1,404 @@
+#include "ledger04/GesDist4.h"
+
+#include "distinte/CampiInsDist.h"
+#include "distinte/GesDist.h"
+#include "distinte/SchermiDistinte.h"
+#include "frame/core/Sessione.h"
+#include "frame/ui/Fine.h"
+#include "frame/ui/Finestra.h"
+#include "frame/ui/Schermo.h"
+#include "ledger04/ControllaCampo4.h"
+#include "ledger04/Distinte04.h"
+#include "ledger04/EleCli.h"
+#include "ledger04/ModelloDistinte04.h"
+#include "lookup/SceltaCliente.h"
+#include "store/Griglie.h"
+#include "store/Tabelle.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStyledItemDelegate>
+#include <QTableView>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace sorvane {
+
+namespace {
+
+const QString ChiaveGriglia = QStringLiteral("GesDist4TDBGrid1");
+
+struct Misura
+{
+    int lunghezza; // characters a field holds, 0 no limit
+    int larghezza; // characters it is drawn for
+    const char *nome; // its accessible name
+};
+
+Misura MisuraCampo(int indice)
+{
+    switch (indice) {
+    case Campo04Giorno: return {2, 3, "Giorno"};
+    case Campo04Mese: return {2, 3, "Mese"};
+    case Campo04Anno: return {4, 5, "Anno"};
+    case Campo04CodiceCliente: return {8, 6, "Codice cliente"};
+    case Campo04NomeCliente: return {35, 28, "Nome cliente"};
+    case Campo04Causale: return {3, 5, "Causale"};
+    case Campo04Prodotto: return {100, 28, "Prodotto"};
+    case Campo04Moneta: return {3, 5, "Moneta"};
+    case Campo04Importo: return {0, 13, "Importo"};
+    case Campo04GiornoDal: return {2, 3, "Giorno iniziale"};
+    case Campo04MeseDal: return {2, 3, "Mese iniziale"};
+    case Campo04AnnoDal: return {4, 5, "Anno iniziale"};
+    case Campo04GiornoAl: return {2, 3, "Giorno finale"};
+    case Campo04MeseAl: return {2, 3, "Mese finale"};
+    case Campo04AnnoAl: return {4, 5, "Anno finale"};
+    case Campo04CodiceFiltro: return {8, 6, "Codice cliente del filtro"};
+    default: return {35, 28, "Nome cliente del filtro"};
+    }
+}
+
+QLabel *Etichetta(const QString &testo, QWidget *padre)
+{
+    auto *l = new QLabel(testo, padre);
+    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return l;
+}
+
+QHBoxLayout *InFila(std::initializer_list<QWidget *> widget)
+{
+    auto *r = new QHBoxLayout;
+    r->setSpacing(6);
+    for (QWidget *w : widget)
+        r->addWidget(w);
+    r->addStretch(1);
+    return r;
+}
+
+QPushButton *Pulsante(const QString &testo, const QString &nome, QWidget *padre)
+{
+    auto *b = new QPushButton(testo, padre);
+    b->setObjectName(nome);
+    b->setMinimumWidth(110);
+    b->setAutoDefault(false);
+    QSizePolicy p = b->sizePolicy();
+    p.setRetainSizeWhenHidden(true);
+    b->setSizePolicy(p);
+    return b;
+}
+
+QPushButton *PulsanteData(int indice, QWidget *padre)
+{
+    auto *b = new QPushButton(QStringLiteral("..."), padre);
+    b->setObjectName(QStringLiteral("cmdData_%1").arg(indice));
+    b->setToolTip(QStringLiteral("Calendario"));
+    b->setAccessibleName(QStringLiteral("Calendario"));
+    b->setFixedWidth(3 * b->fontMetrics().horizontalAdvance(QLatin1Char('M')));
+    b->setFocusPolicy(Qt::NoFocus);
+    return b;
+}
+
+PulsanteSpin *Spin(const QString &nome, QWidget *padre)
+{
+    auto *s = new PulsanteSpin(padre);
+    s->setObjectName(nome);
+    s->setAccessibleName(QStringLiteral("Giorno avanti o indietro"));
+    return s;
+}
+
+} // namespace
+
+GesDist4::GesDist4(QWidget *padre) : QWidget(padre)
+{
+    setObjectName(QStringLiteral("GesDist4"));
+    setWindowTitle(QStringLiteral("GESTIONE DISTINTA DOCUMENTI 04"));
+    costruisci();
+    resize(1100, 700);
+    carica();
+}
+
+GesDist4::~GesDist4()
+{
+    delete m_controllo;
+    delete m_campi;
+}
+
+void GesDist4::costruisci()
+{
+    for (int i = 0; i <= Campo04NomeFiltro; ++i)
+        m_txt.append(nullptr);
+    m_cmdData = {nullptr, nullptr, nullptr};
+    auto *colonna = new QVBoxLayout(this);
+    colonna->setContentsMargins(10, 10, 10, 10);
+    colonna->setSpacing(8);
+    colonna->addWidget(costruisciModifica());
+    colonna->addWidget(costruisciLista(), 1);
+    installaSchermo();
+    ordineTab();
+
+    m_campi = new CampiInsDist(m_txt, this);
+    m_controllo = new ControlloCampi4(*m_campi);
+    // The client popup starts with "Anche chiusi" as the screen's box has it.
+    m_controllo->base.ricerca.CercaNomi = [this](const QString &nome) {
+        return int(CercaClienti(nome, m_chkClose->isChecked()));
+    };
+    m_controllo->base.ricerca.MostraLista = [](int sinistra, int alto) {
+        return MostraClienti(sinistra, alto);
+    };
+}
+
+QLineEdit *GesDist4::nuovoCampo(int indice, QWidget *padre)
+{
+    auto *campo = new QLineEdit(padre);
+    campo->setObjectName(QStringLiteral("txt%1").arg(indice));
+    const Misura m = MisuraCampo(indice);
+    campo->setAccessibleName(QString::fromLatin1(m.nome));
+    if (m.lunghezza > 0)
+        campo->setMaxLength(m.lunghezza);
+    campo->setFixedWidth(m.larghezza * fontMetrics().horizontalAdvance(QLatin1Char('M')) + 8);
+    const bool numero = indice <= Campo04CodiceCliente || indice == Campo04Importo
+                        || (indice >= Campo04GiornoDal && indice <= Campo04CodiceFiltro);
+    if (numero)
+        campo->setAlignment(Qt::AlignRight);
+    campo->installEventFilter(this);
+    m_txt[indice] = campo;
+    return campo;
+}
+
+QWidget *GesDist4::costruisciLista()
+{
+    m_pctLista = new QWidget(this);
+    m_pctLista->setObjectName(QStringLiteral("pctLista"));
+    auto *colonna = new QVBoxLayout(m_pctLista);
+    colonna->setContentsMargins(0, 0, 0, 0);
+    colonna->setSpacing(8);
+    colonna->addWidget(costruisciFiltri());
+    colonna->addWidget(costruisciPulsanti());
+
+    m_grid = new QTableView(m_pctLista);
+    m_grid->setObjectName(QStringLiteral("TDBGrid1"));
+    m_grid->setAccessibleName(QStringLiteral("Movimenti 04"));
+    m_data1 = new ModelloDistinte04(this);
+    m_grid->setModel(m_data1);
+    PreparaGrigliaDistinte(m_grid, new QStyledItemDelegate(m_grid), this);
+    connect(m_grid, &QTableView::doubleClicked, this,
+            [this](const QModelIndex &i) { ApriRiga(i.row()); });
+    const int c = fontMetrics().horizontalAdvance(QLatin1Char('0'));
+    const int larghezze[ColonneLista04] = {10, 10, 30, 30, 20, 4, 14};
+    for (int i = 0; i < ColonneLista04; ++i)
+        m_grid->setColumnWidth(i, larghezze[i] * c + 12);
+    colonna->addWidget(m_grid, 1);
+    return m_pctLista;
+}
+
+QWidget *GesDist4::costruisciFiltri()
+{
+    auto *riquadro = new QFrame(m_pctLista);
+    riquadro->setFrameShape(QFrame::StyledPanel);
+    auto *g = new QGridLayout(riquadro);
+    g->setContentsMargins(10, 8, 10, 8);
+    g->setHorizontalSpacing(6);
+    g->setVerticalSpacing(6);
+    for (int i = Campo04GiornoDal; i <= Campo04NomeFiltro; ++i)
+        nuovoCampo(i, riquadro);
+    m_spin1 = Spin(QStringLiteral("SpinButton1"), riquadro);
+    m_spin2 = Spin(QStringLiteral("SpinButton2"), riquadro);
+    m_cmdData[1] = PulsanteData(1, riquadro);
+    m_cmdData[2] = PulsanteData(2, riquadro);
+    m_cmbSoc1 = new QComboBox(riquadro);
+    m_cmbSoc1->setObjectName(QStringLiteral("cmbSoc_1"));
+    m_cmbSoc1->setAccessibleName(QStringLiteral("Ditta del filtro"));
+    m_cmbSoc1->setMinimumWidth(22 * fontMetrics().horizontalAdvance(QLatin1Char('M')));
+    m_lbTeam = new EtichettaSquadra(riquadro);
+    m_chkClose = new QCheckBox(QStringLiteral("Chiusi"), riquadro);
+    m_chkClose->setObjectName(QStringLiteral("chkClose"));
+
+    g->addWidget(Etichetta(QStringLiteral("Dal "), riquadro), 0, 0);
+    g->addLayout(InFila({m_txt[10], m_txt[11], m_txt[12], m_spin1, m_cmdData[1]}), 0, 1);
+    g->addWidget(Etichetta(QStringLiteral("al "), riquadro), 0, 2);
+    g->addLayout(InFila({m_txt[13], m_txt[14], m_txt[15], m_spin2, m_cmdData[2]}), 0, 3);
+    g->addWidget(Etichetta(QStringLiteral("Ditta"), riquadro), 0, 4);
+    g->addLayout(InFila({m_cmbSoc1}), 0, 5);
+    g->addWidget(Etichetta(QStringLiteral("Cliente"), riquadro), 1, 0);
+    g->addLayout(InFila({m_txt[16], m_txt[17], m_chkClose}), 1, 1, 1, 3);
+    g->addWidget(Etichetta(QStringLiteral("Gruppo"), riquadro), 1, 4);
+    g->addLayout(InFila({m_lbTeam}), 1, 5);
+    g->setColumnStretch(5, 1);
+
+    connect(m_spin1, &PulsanteSpin::passo, this, [this](int p) { spin(Campo04GiornoDal, p); });
+    connect(m_spin2, &PulsanteSpin::passo, this, [this](int p) { spin(Campo04GiornoAl, p); });
+    connect(m_cmdData[1], &QPushButton::clicked, this, [this] { ScegliData(1); });
+    connect(m_cmdData[2], &QPushButton::clicked, this, [this] { ScegliData(2); });
+    connect(m_lbTeam, &EtichettaSquadra::cliccata, this, &GesDist4::ClickSquadra);
+    return riquadro;
+}
+
+QWidget *GesDist4::costruisciPulsanti()
+{
+    auto *riquadro = new QWidget(m_pctLista);
+    auto *r = new QHBoxLayout(riquadro);
+    r->setContentsMargins(0, 0, 0, 0);
+    r->setSpacing(8);
+    const char *const titoli[] = {"&USCITA", "&ESTRAI", "&STAMPA", "&AGGIUNGI"};
+    for (const char *t : titoli)
+        m_command1.append(Pulsante(QString::fromLatin1(t),
+                                   QStringLiteral("Command1_%1").arg(m_command1.size()),
+                                   riquadro));
+    r->addWidget(m_command1[1]);
+    r->addWidget(m_command1[3]);
+    r->addWidget(m_command1[2]);
+    r->addStretch(1);
+    r->addWidget(m_command1[0]);
+    connect(m_command1[0], &QPushButton::clicked, this, &QWidget::close);
+    connect(m_command1[1], &QPushButton::clicked, this, &GesDist4::Estrai);
+    connect(m_command1[2], &QPushButton::clicked, this, &GesDist4::Stampa);
+    connect(m_command1[3], &QPushButton::clicked, this, &GesDist4::NuovoMovimento04);
+    return riquadro;
+}
+
+QWidget *GesDist4::costruisciModifica()
+{
+    auto *riquadro = new QFrame(this);
+    m_pctMod = riquadro;
+    riquadro->setObjectName(QStringLiteral("pctMod"));
+    riquadro->setFrameShape(QFrame::StyledPanel);
+    riquadro->setAutoFillBackground(true);
+    auto *g = new QGridLayout(riquadro);
+    g->setContentsMargins(10, 8, 10, 8);
+    g->setHorizontalSpacing(6);
+    g->setVerticalSpacing(6);
+    for (int i = Campo04Giorno; i <= Campo04Importo; ++i)
+        nuovoCampo(i, riquadro);
+    const int m = fontMetrics().horizontalAdvance(QLatin1Char('M'));
+    m_label2 = new QLabel(QStringLiteral("MODIFICA MOVIMENTO "), riquadro);
+    m_label2->setObjectName(QStringLiteral("Label2"));
+    QFont grassetto = m_label2->font();
+    grassetto.setBold(true);
+    m_label2->setFont(grassetto);
+    m_cmbSoc0 = new QComboBox(riquadro);
+    m_cmbSoc0->setObjectName(QStringLiteral("cmbSoc_0"));
+    m_cmbSoc0->setAccessibleName(QStringLiteral("Ditta"));
+    m_cmbSoc0->setMinimumWidth(22 * m);
+    m_cauDes = new QLabel(riquadro);
+    m_cauDes->setObjectName(QStringLiteral("CauDes"));
+    m_cauDes->setMinimumWidth(24 * m);
+    m_spinM = Spin(QStringLiteral("SpinButtonM"), riquadro);
+    m_cmdData[0] = PulsanteData(0, riquadro);
+    m_cmdMOD = Pulsante(QStringLiteral("&CONFERMA"), QStringLiteral("cmdMOD"), riquadro);
+    m_cmdDEL = Pulsante(QStringLiteral("&ELIMINA"), QStringLiteral("cmdDEL"), riquadro);
+    m_cndEND = Pulsante(QStringLiteral("&USCITA"), QStringLiteral("cndEND"), riquadro);
+
+    g->addWidget(m_label2, 0, 0, 1, 4);
+    g->addWidget(Etichetta(QStringLiteral("Ditta"), riquadro), 1, 0);
+    g->addLayout(InFila({m_cmbSoc0}), 1, 1);
+    g->addWidget(Etichetta(QStringLiteral("Data"), riquadro), 1, 2);
+    g->addLayout(InFila({m_txt[1], m_txt[2], m_txt[3], m_spinM, m_cmdData[0]}), 1, 3);
+    g->addWidget(Etichetta(QStringLiteral("Cliente"), riquadro), 2, 0);
+    g->addLayout(InFila({m_txt[4], m_txt[5]}), 2, 1, 1, 3);
+    g->addWidget(Etichetta(QStringLiteral("Caus."), riquadro), 3, 0);
+    g->addLayout(InFila({m_txt[6], m_cauDes}), 3, 1, 1, 3);
+    g->addWidget(Etichetta(QStringLiteral("Prod."), riquadro), 4, 0);
+    g->addLayout(InFila({m_txt[7]}), 4, 1, 1, 3);
+    g->addWidget(Etichetta(QStringLiteral("Imp."), riquadro), 5, 0);
+    g->addLayout(InFila({m_txt[8], m_txt[9]}), 5, 1, 1, 3);
+    auto *pulsanti = new QVBoxLayout;
+    pulsanti->setSpacing(8);
+    pulsanti->addWidget(m_cmdMOD);
+    pulsanti->addWidget(m_cmdDEL);
+    pulsanti->addStretch(1);
+    pulsanti->addWidget(m_cndEND);
+    g->addLayout(pulsanti, 1, 4, 5, 1);
+    g->setColumnStretch(3, 1);
+
+    connect(m_spinM, &PulsanteSpin::passo, this, [this](int p) { spin(Campo04Giorno, p); });
+    connect(m_cmdData[0], &QPushButton::clicked, this, [this] { ScegliData(0); });
+    connect(m_cmdMOD, &QPushButton::clicked, this, &GesDist4::Conferma);
+    connect(m_cmdDEL, &QPushButton::clicked, this, &GesDist4::Elimina);
+    connect(m_cndEND, &QPushButton::clicked, this, &GesDist4::Annulla);
+    return riquadro;
+}
+
+void GesDist4::installaSchermo()
+{
+    QList<std::uint8_t> modi;
+    for (int i = 1; i < m_txt.size(); ++i) {
+        const bool cifre = i <= Campo04CodiceCliente || i == Campo04Causale
+                           || (i >= Campo04GiornoDal && i <= Campo04CodiceFiltro);
+        modi.append(i == Campo04Importo ? ModoImporto : cifre ? ModoCifre : ModoTesto);
+    }
+    m_schermo = new Schermo(this);
+    m_schermo->campi(m_txt.mid(1), modi);
+    m_schermo->tastoGiu = [this](int codice, int maschera) { return tastoGiu(codice, maschera); };
+}
+
+void GesDist4::ordineTab()
+{
+    QList<QWidget *> ordine{m_cmbSoc0};
+    for (int i = Campo04Giorno; i <= Campo04Importo; ++i)
+        ordine.append(m_txt[i]);
+    ordine << m_cmdMOD << m_cmdDEL << m_cndEND << m_cmbSoc1;
+    for (int i = Campo04GiornoDal; i <= Campo04NomeFiltro; ++i)
+        ordine.append(m_txt[i]);
+    ordine << m_chkClose << m_command1[1] << m_command1[3] << m_command1[2] << m_command1[0]
+           << m_grid;
+    for (int i = 1; i < ordine.size(); ++i)
+        setTabOrder(ordine[i - 1], ordine[i]);
+}
+
+void GesDist4::carica()
+{
+    Sessione &s = sessione();
+    s.CodiceStop = 0;
+    ApriDistinte04();
+    const std::int16_t fermo = s.CodiceStop;
+    const QString societa = QStringLiteral("SELECT * FROM Societa ORDER BY SocNome");
+    RiempiCombo(m_cmbSoc0, societa, QStringLiteral("SocNome"));
+    RiempiCombo(m_cmbSoc1, societa, QStringLiteral("SocNome"), QString());
+    for (int i = Campo04Giorno; i <= Campo04NomeFiltro; ++i)
+        m_txt[i]->setText(QStringLiteral(" "));
+    // Everything up to today.
+    const QString oggi = s.OggiTesto;
+    m_txt[Campo04GiornoAl]->setText(oggi.mid(0, 2));
+    m_txt[Campo04MeseAl]->setText(oggi.mid(3, 2));
+    m_txt[Campo04AnnoAl]->setText(oggi.right(4));
+    m_pctMod->hide();
+    m_command1[2]->hide();
+    m_command1[3]->hide();
+    CaricaLayoutGriglia(m_grid, ChiaveGriglia, 0);
+    s.CodiceStop = fermo;
+}
+
+void GesDist4::showEvent(QShowEvent *evento)
+{
+    QWidget::showEvent(evento);
+    if (m_attivato)
+        return;
+    m_attivato = true;
+    RipristinaFinestra(this);
+    if (!tabelle().RsDistinte04.IsOpen()) {
+        QTimer::singleShot(0, this, &QWidget::close);
+        return;
+    }
+    QTimer::singleShot(0, this, [this] { vaiA(Campo04GiornoDal); });
+}
+
+void GesDist4::closeEvent(QCloseEvent *evento)
+{
+    // From here no field is checked as the focus leaves it.
+    m_chiusura = true;
+    tabelle().RsDistinte04.Close();
+    SalvaLayoutGriglia(m_grid, ChiaveGriglia, 0);
+    SalvaFinestra(this);
+    evento->accept();
+    if (!sessione().ModoProva)
+        FineProgramma();
+}
+
+} // namespace sorvane

@@ -1,0 +1,273 @@
+// What the 04 ledger's screen does: the extraction, the team popup, the
+// period's arrows and calendars, a row opened, added, changed or deleted.
+
+#include "ledger04/GesDist4.h"
+
+#include "distinte/CampiInsDist.h"
+#include "frame/core/Campi.h"
+#include "frame/core/Giorni.h"
+#include "frame/core/Messaggi.h"
+#include "frame/core/Sessione.h"
+#include "frame/core/Valore.h"
+#include "frame/ui/Cursore.h"
+#include "ledger04/ControllaCampo4.h"
+#include "ledger04/Distinte04.h"
+#include "ledger04/EleCli.h"
+#include "ledger04/ModelloDistinte04.h"
+#include "ledger04/Squadre.h"
+#include "lookup/Datario.h"
+#include "store/Cliente.h"
+#include "store/Descrizioni.h"
+#include "store/Tabelle.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+
+namespace sorvane {
+
+namespace {
+
+const QString ErroreModifica = QStringLiteral("Errore in aggiornamento del movimento");
+
+std::int32_t GiornoOggi()
+{
+    const std::optional<QDate> oggi = LeggiData(sessione().OggiTesto);
+    return GiornoDaData(oggi ? *oggi : QDate::currentDate());
+}
+
+QString DataDeiCampi(const QList<QLineEdit *> &txt, int giorno)
+{
+    return txt[giorno]->text().trimmed() + QLatin1Char('/') + txt[giorno + 1]->text().trimmed()
+           + QLatin1Char('/') + txt[giorno + 2]->text().trimmed();
+}
+
+void ScriviData(const QList<QLineEdit *> &txt, int giorno, const QDate &data)
+{
+    txt[giorno]->setText(GiornoTesto(data.day()));
+    txt[giorno + 1]->setText(MeseTesto(data.month()));
+    txt[giorno + 2]->setText(AnnoTesto(data.year()));
+}
+
+QString ConMotivo(const QString &testo, const QString &motivo)
+{
+    return motivo.isEmpty() ? testo : testo + QLatin1Char('\n') + motivo;
+}
+
+} // namespace
+
+void GesDist4::Estrai()
+{
+    CursoreAttesa();
+    m_filtro = FiltroDistinte{};
+    m_filtro.dal = DataDeiCampi(m_txt, Campo04GiornoDal);
+    m_filtro.al = DataDeiCampi(m_txt, Campo04GiornoAl);
+    m_filtro.codiceCliente = m_txt[Campo04CodiceFiltro]->text();
+    m_filtro.nomeCliente = m_txt[Campo04NomeFiltro]->text();
+    m_filtro.ditta = m_cmbSoc1->currentText();
+    m_condizione = CondizioneEstrazione04(m_filtro, GiornoOggi());
+    QString errore;
+    if (!m_data1->Carica(QueryLista04(m_condizione), m_condizione.parametri, &errore)) {
+        CursoreNormale();
+        Messaggio(QStringLiteral("ERRORE IN ESTRAZIONE DEI MOVIMENTI\n") + errore, QString(),
+                  Icona::Stop);
+    }
+    m_grid->scrollToTop();
+    aggiornaPulsanti();
+    CursoreNormale();
+}
+
+void GesDist4::aggiornaPulsanti()
+{
+    const bool righe = m_data1->rowCount() >= 1;
+    m_command1[2]->setVisible(righe);
+    m_command1[3]->setVisible(righe);
+}
+
+void GesDist4::aggiorna()
+{
+    const int riga = m_grid->currentIndex().row();
+    m_data1->Aggiorna(riga + 1);
+    if (riga >= 0 && m_data1->rowCount() > 0)
+        m_grid->setCurrentIndex(m_data1->index(std::min(riga, m_data1->rowCount() - 1), 0));
+    aggiornaPulsanti();
+}
+
+void GesDist4::Stampa()
+{
+    // The statement of the rows in the list is printed from here, over the
+    // extraction's condition and filter.
+}
+
+void GesDist4::ClickSquadra()
+{
+    m_occupato = true;
+    const std::int32_t scelto = ScegliDallaSquadra(m_lbTeam->text(), this);
+    m_occupato = false;
+    if (scelto == 0 || scelto == m_filtro.cliente())
+        return;
+    // The member becomes the client of a fresh extraction; the team is the
+    // same, a property of every member.
+    m_controllo->base.ClienteCorrente = scelto;
+    m_txt[Campo04CodiceFiltro]->setText(QString::number(scelto));
+    m_txt[Campo04NomeFiltro]->setText(Cli().Codice == scelto ? Cli().Ragsoc : QString());
+    Estrai();
+}
+
+void GesDist4::spin(int primo, int passo)
+{
+    const QString testo = DataDeiCampi(m_txt, primo);
+    const std::optional<QDate> data =
+        testo == QLatin1String("//") ? std::nullopt : LeggiData(testo);
+    ScriviData(m_txt, primo, DataDaGiorno((data ? GiornoDaData(*data) : GiornoOggi()) + passo));
+}
+
+void GesDist4::ScegliData(int indice)
+{
+    const int primo = indice == 0 ? Campo04Giorno
+                      : indice == 1 ? Campo04GiornoDal : Campo04GiornoAl;
+    m_occupato = true;
+    const QString testo = DataDeiCampi(m_txt, primo);
+    datario().DataComune = DataComuneDaTesto(IsDate(testo) ? testo : sessione().OggiTesto);
+    datario().PeriodoScelto = -99;
+    MostraDatario(this);
+    const QDate scelta = DataDaGiorno(datario().DataComune);
+    if (scelta.isValid())
+        ScriviData(m_txt, primo, scelta);
+    m_occupato = false;
+}
+
+void GesDist4::NuovoMovimento04()
+{
+    m_codiceMovimento = ProssimoCodice04(tabelle().RsDistinte04);
+    m_occupato = true;
+    if (m_cmbSoc0->count() > 0)
+        m_cmbSoc0->setCurrentIndex(std::max(0, m_cmbSoc0->findText(m_cmbSoc1->currentText())));
+    ScriviData(m_txt, Campo04Giorno, DataDaGiorno(GiornoOggi()));
+    for (int i = Campo04CodiceCliente; i <= Campo04Importo; ++i)
+        m_txt[i]->clear();
+    m_cauDes->clear();
+    m_txt[Campo04CodiceCliente]->setText(m_txt[Campo04CodiceFiltro]->text().trimmed());
+    m_txt[Campo04NomeCliente]->setText(m_txt[Campo04NomeFiltro]->text().trimmed());
+    m_controllo->base.ClienteCorrente = m_filtro.cliente() > 0
+        ? m_filtro.cliente()
+        : static_cast<std::int32_t>(CDbl(DataDaCampo(m_txt[Campo04CodiceFiltro]->text())));
+    mostraModifica(QStringLiteral("INSERIMENTO MOVIMENTO N. ")
+                   + QString::number(NumeroMostrato04(m_codiceMovimento)));
+    int primo = Campo04Giorno;
+    while (primo < Campo04Importo && !m_txt[primo]->text().trimmed().isEmpty())
+        ++primo;
+    vaiA(primo);
+    m_occupato = false;
+}
+
+void GesDist4::ApriRiga(int riga)
+{
+    if (riga < 0 || riga >= m_data1->rowCount())
+        return;
+    const std::int32_t codice = m_data1->Codice(riga);
+    const std::optional<RigaDistinta04> r = CercaRiga04(tabelle().RsDistinte04, codice);
+    if (!r)
+        return;
+    m_occupato = true;
+    m_codiceMovimento = codice;
+    m_cmbSoc0->setCurrentIndex(m_cmbSoc0->findText(r->dstDitta.trimmed()));
+    ScriviData(m_txt, Campo04Giorno, DataDaGiorno(r->dstData));
+    CaricaCliente(r->dstCliente);
+    m_controllo->base.ClienteCorrente = r->dstCliente;
+    m_txt[Campo04CodiceCliente]->setText(QString::number(r->dstCliente));
+    m_txt[Campo04NomeCliente]->setText(Cli().Codice ? Cli().Ragsoc : QString());
+    m_txt[Campo04Causale]->setText(r->dstCausale.trimmed());
+    m_controllo->ControllaCampo4(Campo04Causale);
+    m_cauDes->setText(m_controllo->base.CauDes.value_or(QString()));
+    m_txt[Campo04Prodotto]->setText(r->dstCodP.trimmed());
+    m_txt[Campo04Moneta]->setText(r->dstMoneta.trimmed());
+    m_txt[Campo04Importo]->setText(FormatoImporto(r->dstMoneta.trimmed(), r->dstImporto));
+    sessione().CodiceStop = 0;
+    mostraModifica(QStringLiteral("MODIFICA MOVIMENTO N. ")
+                   + QString::number(NumeroMostrato04(codice)));
+    vaiA(Campo04Giorno);
+    m_occupato = false;
+}
+
+void GesDist4::mostraModifica(const QString &titolo)
+{
+    m_label2->setText(titolo);
+    m_pctMod->show();
+    m_pctLista->hide();
+}
+
+void GesDist4::Conferma()
+{
+    m_occupato = true;
+    if (m_controllo->ControllaMovimento4() > 0) {
+        m_errore = true;
+        const int campo = MostraErroreCampo4();
+        m_errore = false;
+        vaiA(campo);
+        m_occupato = false;
+        return;
+    }
+    RigaDistinta04 r;
+    r.dstCodice = m_codiceMovimento;
+    r.dstDitta = m_cmbSoc0->currentText();
+    r.dstData = GiornoDaData(LeggiData(DataDeiCampi(m_txt, Campo04Giorno)).value_or(QDate()));
+    r.dstCliente = m_controllo->ClienteCorrente();
+    r.dstCausale = m_txt[Campo04Causale]->text();
+    r.dstCodP = m_txt[Campo04Prodotto]->text();
+    r.dstMoneta = m_txt[Campo04Moneta]->text();
+    r.dstImporto = LeggiImporto(m_txt[Campo04Importo]->text()).value_or(0);
+    const EsitoGestione esito = SalvaRiga04(tabelle().RsDistinte04, r);
+    if (!esito.riuscito) {
+        Messaggio(ConMotivo(ErroreModifica, esito.errore), QString(), Icona::Stop);
+        m_occupato = false;
+        return;
+    }
+    tornaAllaLista();
+    if (m_condizione.vuota())
+        Estrai();
+    else
+        aggiorna();
+}
+
+void GesDist4::Elimina()
+{
+    m_occupato = true;
+    if (Messaggio(QStringLiteral("CONFERMI LA CANCELLAZIONE DEL MOVIMENTO "),
+                  QStringLiteral("KELVAR - ELIMINAZIONE"), Icona::Domanda, Pulsanti::SiNo, 1)
+        == Risposta::No) {
+        m_occupato = false;
+        return;
+    }
+    const EsitoGestione esito = EliminaRiga04(tabelle().RsDistinte04, m_codiceMovimento);
+    if (!esito.riuscito) {
+        sessione().TestoErrore = esito.errore;
+        Messaggio(esito.errore, QString(), Icona::Stop);
+    }
+    tornaAllaLista();
+    aggiorna();
+}
+
+void GesDist4::Annulla()
+{
+    m_occupato = true;
+    for (int i = Campo04Giorno; i <= Campo04Importo; ++i)
+        m_txt[i]->clear();
+    m_cauDes->clear();
+    tornaAllaLista();
+}
+
+void GesDist4::tornaAllaLista()
+{
+    // The panel's field in focus is not left for a check: the panel closes.
+    m_occupato = true;
+    m_pctLista->show();
+    m_grid->setFocus(Qt::OtherFocusReason);
+    m_pctMod->hide();
+    m_codiceMovimento = 0;
+    m_occupato = false;
+}
+
+} // namespace sorvane

@@ -1,0 +1,70 @@
+#pragma once
+
+// InsSald4, the yearly balance rows of the 04 ledger, typed client by
+// client: the year gives the row's date and the description, a payment and
+// then a withdrawal are confirmed, and the next client starts over. The
+// list below shows what the client already has.
+
+#include "ledger04/Saldi04.h"
+
+#include <QList>
+#include <QWidget>
+
+class QComboBox;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+class QTableView;
+
+namespace sorvane {
+
+class CampiInsDist;
+class ModelloDistinte04;
+class Schermo;
+
+class InsSald4 : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit InsSald4(QWidget *padre = nullptr);
+    ~InsSald4() override;
+
+    QComboBox *cmbSoc() const { return m_cmbSoc; }
+    QLineEdit *txt(int indice) const { return m_txt.value(indice); } // 1 to 5
+    QRadioButton *Option1(int indice) const { return m_option1.value(indice); }
+    QPushButton *Command1(int indice) const { return m_command1.value(indice); } // 0 exit, 1 confirm
+    QPushButton *Command2() const { return m_command2; }
+    QTableView *TDBGrid1() const { return m_grid; }
+    ModelloDistinte04 *Data1() const { return m_data1; }
+
+    void ListaSaldi();
+    void Imposta();  // Command2
+    void Conferma(); // Command1(1)
+
+protected:
+    void closeEvent(QCloseEvent *evento) override;
+    void showEvent(QShowEvent *evento) override;
+    bool eventFilter(QObject *oggetto, QEvent *evento) override;
+
+private:
+    void costruisci();
+    void fuocoUscito(int indice);
+    void vaiA(int indice);
+
+    QList<QLineEdit *> m_txt; // [0] unused
+    QList<QRadioButton *> m_option1;
+    QList<QPushButton *> m_command1;
+    QPushButton *m_command2 = nullptr;
+    QComboBox *m_cmbSoc = nullptr;
+    QTableView *m_grid = nullptr;
+    ModelloDistinte04 *m_data1 = nullptr;
+    Schermo *m_schermo = nullptr;
+    CampiInsDist *m_campi = nullptr;
+    ControlloSaldi *m_controllo = nullptr;
+    bool m_occupato = false;
+    bool m_attivato = false;
+    bool m_chiusura = false; // the screen is unloading
+};
+
+} // namespace sorvane
