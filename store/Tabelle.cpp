@@ -11,14 +11,28 @@ namespace {
 
 const QString TitoloErrore = QStringLiteral("ERRORE APERTURA TABELLA");
 
-// Asks Retry or Cancel about the failure of rs; true for Retry.
+// Asks Retry or Cancel about the failure of rs; true for Retry. Cancel is
+// the default: a box that nobody answers (one that cannot be shown while
+// the program ends, or no window system at all) never tries again, or the
+// opener would spin for ever.
 bool Riprovare(const Recordset &rs, const QString &testoErrore)
 {
     sessione().TestoErrore = testoErrore + QLatin1Char('\n') + QString::number(rs.NumeroErrore())
                              + QStringLiteral(": ") + rs.Errore();
     return Messaggio(sessione().TestoErrore, TitoloErrore, Icona::Esclamazione,
-                     Pulsanti::RiprovaAnnulla)
+                     Pulsanti::RiprovaAnnulla, 1)
            == Risposta::Riprova;
+}
+
+// With the databases released (the program is ending) no table opens and
+// no Retry could change that, nor is a window left to ask in: the opener
+// gives up at once, its flag down, without a word.
+bool Rilasciati(const QString &testoErrore)
+{
+    if (Db().isOpen())
+        return false;
+    sessione().TestoErrore = testoErrore;
+    return true;
 }
 
 void ApriDistinteIn(Recordset &rs, const QString &tabella, const QString &testoErrore)
@@ -39,6 +53,10 @@ TabelleCondivise &tabelle()
 bool ApriConRiprova(Recordset &rs, const QString &tabella, const QString &testoErrore,
                     bool primaria)
 {
+    if (Rilasciati(testoErrore)) {
+        rs.Close();
+        return false;
+    }
     for (;;) {
         rs = Recordset::Apri(Db(), tabella, dbOpenTable);
         if (rs.IsOpen()) {
@@ -111,6 +129,10 @@ void ApriTabella(std::uint8_t modo)
     const QVariantList parametri = t.ParametriSql;
     if (modo == TabellaDaSql)
         t.ParametriSql.clear();
+    if (Rilasciati(QStringLiteral("ERRORE IN APERTURA TABELLA ") + t.NomeTabella)) {
+        t.ModoTabella = TabellaChiusa;
+        return;
+    }
     for (;;) {
         t.ModoTabella = modo;
         if (modo == TabellaPerNome)

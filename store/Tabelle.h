@@ -6,7 +6,9 @@
 //
 // The openers tell a failure to the user themselves, with Retry and
 // Cancel under "ERRORE APERTURA TABELLA"; Retry tries again for as long as
-// it is pressed. Afterwards the caller looks at the flag.
+// it is pressed, and only then: Cancel is the default, and with the
+// databases released (the program ending) nothing is asked at all.
+// Afterwards the caller looks at the flag.
 
 #include "store/Recordset.h"
 

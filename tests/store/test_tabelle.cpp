@@ -80,6 +80,7 @@ TEST_F(Condivise, UnApritoreCheFallisceChiedeRiprovaOAnnulla)
     EXPECT_EQ(r.titolo, Titolo);
     EXPECT_EQ(r.icona, Icona::Esclamazione);
     EXPECT_EQ(r.pulsanti, Pulsanti::RiprovaAnnulla);
+    EXPECT_EQ(r.predefinito, 1) << "a box nobody answers never tries again";
     EXPECT_TRUE(r.testo.startsWith(QStringLiteral("ERRORE IN APERTURA ARCHIVIO PROVA\n3078: ")))
         << qPrintable(r.testo);
     EXPECT_EQ(sessione().TestoErrore, r.testo);
@@ -109,6 +110,14 @@ TEST_F(Condivise, UnApritoreCheFallisceChiedeRiprovaOAnnulla)
     ASSERT_EQ(m_messaggi.richieste().size(), 1);
     EXPECT_TRUE(m_messaggi.richieste().first().testo.startsWith(
         QStringLiteral("ERRORE IN APERTURA ARCHIVIO 'DISTINTE04'\n")));
+    sessione().CodiceStop = 0;
+
+    // The files released, as the program ends: nothing opens, nothing is asked.
+    ChiudiDatabase();
+    m_messaggi.pulisci();
+    ApriDistinte();
+    EXPECT_EQ(sessione().CodiceStop, 9);
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty());
     sessione().CodiceStop = 0;
 
 }
