@@ -143,26 +143,52 @@ void ControlloCampi::controllaData()
 void ControlloCampi::controllaCodiceCliente(int codice, int nome)
 {
     const double valore = ValoreCampo(txt, codice);
-    if (!(valore > 0)) {
+    if (!(valore > 0) && !rigoroso) {
         // The client may come from the name.
         codiceStop() = 0;
         return;
     }
-    if (valore > 2147483647.0)
+    if (valore > 0 && valore <= 2147483647.0) {
+        CaricaCliente(static_cast<std::int32_t>(valore));
+        if (Cli().Codice != 0) {
+            riempiCliente(codice, nome);
+            if (codice == CampoCodiceCliente && UltimoTasto == TastoGiu)
+                CampoFuoco = CampoCausale;
+            codiceStop() = 0;
+            return;
+        }
+    }
+    if (!rigoroso)
         return;
-    CaricaCliente(static_cast<std::int32_t>(valore));
-    if (Cli().Codice == 0)
+    // The button's check: the movement's client is the one the screen
+    // shows. A code that names nobody (blank included) stands only for a
+    // name that names exactly one client now; anything else fails, and no
+    // client of an earlier lookup is taken in its place.
+    const QString testo = txt.testo(nome).trimmed();
+    if (!testo.isEmpty() && ricerca.CercaNomi && ricerca.CercaNomi(testo) == 1) {
+        riempiCliente(codice, nome);
+        codiceStop() = 0;
         return;
-    riempiCliente(codice, nome);
-    if (codice == CampoCodiceCliente && UltimoTasto == TastoGiu)
-        CampoFuoco = CampoCausale;
-    codiceStop() = 0;
+    }
+    ClienteCorrente = 0;
+}
+
+bool ControlloCampi::clienteMostrato(int codice, const QString &testo)
+{
+    // The client in hand, its code in the code field and its name as it
+    // was filled in: nothing was changed since it was chosen.
+    if (ClienteCorrente <= 0 || ValoreCampo(txt, codice) != ClienteCorrente)
+        return false;
+    CaricaCliente(ClienteCorrente);
+    return Cli().Codice == ClienteCorrente && testo == Cli().Ragsoc.trimmed();
 }
 
 void ControlloCampi::controllaNomeCliente(int codice, int nome)
 {
     const QString testo = txt.testo(nome).trimmed();
-    if (testo.isEmpty()) {
+    // A name left as it was filled in searches no more: two clients of one
+    // name would bring the popup back each time the field is passed.
+    if (testo.isEmpty() || clienteMostrato(codice, testo)) {
         codiceStop() = 0;
         return;
     }
@@ -175,7 +201,10 @@ void ControlloCampi::controllaNomeCliente(int codice, int nome)
         const std::int32_t scelto =
             ricerca.MostraLista ? ricerca.MostraLista(p.sinistraSchermo, alto) : 0;
         if (scelto < 1) {
+            // Left without a choice: no client, neither on the screen nor
+            // behind it.
             txt.imposta(codice, QString());
+            ClienteCorrente = 0;
             CampoFuoco = nome;
             return;
         }

@@ -101,7 +101,8 @@ struct ControlloCampi
 
     CampiMaschera &txt;
     RicercaCliente ricerca;
-    // The final check of a button: a blank reason fails.
+    // The final check of a button: a blank reason fails, and so does a
+    // client code that names nobody unless the name names exactly one.
     bool rigoroso = false;
     // The key that left the field (down arrow: from the client code the
     // focus skips the name).
@@ -137,6 +138,7 @@ private:
     void controllaData();
     void controllaCodiceCliente(int codice, int nome);
     void controllaNomeCliente(int codice, int nome);
+    bool clienteMostrato(int codice, const QString &testo);
     void controllaCausale();
     void controllaMoneta();
     void riempiCliente(int codice, int nome);
