@@ -6,6 +6,7 @@
 #include "frame/core/Sessione.h"
 #include "frame/ui/Fine.h"
 #include "frame/ui/Finestra.h"
+#include "frame/ui/Schermo.h"
 #include "lookup/SceltaCliente.h"
 #include "store/Connessione.h"
 #include "store/Griglie.h"
@@ -443,6 +444,8 @@ void GesDist::showEvent(QShowEvent *evento)
 
 void GesDist::closeEvent(QCloseEvent *evento)
 {
+    // The fields check nothing from here on: the tables are closing.
+    m_schermo->scarica();
     tabelle().RsDistinte.Close();
     tabelle().RsDistinte04.Close();
     SalvaLayoutGriglia(m_grid, ChiaveGriglia, 0);

@@ -9,6 +9,8 @@
 #include "frame/core/Impostazioni.h"
 #include "frame/core/Sessione.h"
 #include "frame/core/Valore.h"
+#include "frame/ui/Schermo.h"
+#include "store/Tabelle.h"
 
 #include <QComboBox>
 #include <QKeyEvent>
@@ -109,8 +111,11 @@ void GesDist::fuocoEntrato(int indice)
 void GesDist::fuocoUscito(int indice)
 {
     // A field the focus only passed through on its way back to a wrong one
-    // is not checked: two wrong dates would send it to and fro.
-    if (m_errore || m_apriRicerca || (m_ritorno > 0 && indice != m_ritorno))
+    // is not checked: two wrong dates would send it to and fro. Nor is one
+    // left as the screen unloads, or after its tables were closed: a check
+    // would look its client up in a table that is gone.
+    if (m_errore || m_apriRicerca || (m_ritorno > 0 && indice != m_ritorno)
+        || m_schermo->inScarico() || !tabelle().RsDistinte.IsOpen())
         return;
     const int codice = m_controllo->ControllaCampo(indice);
     if (codice > 0) {

@@ -10,6 +10,7 @@
 #include "frame/core/Valore.h"
 #include "frame/ui/Fine.h"
 #include "frame/ui/Finestra.h"
+#include "frame/ui/Schermo.h"
 #include "lookup/SceltaCliente.h"
 #include "store/Connessione.h"
 #include "store/Griglie.h"
@@ -133,7 +134,9 @@ void InsDist::costruisci()
     };
 
     // The tab order is the order of moving: the firm after the date, the
-    // bank after the cheque.
+    // bank after the cheque, and after the last field the form's action,
+    // "&AGGIUNGI" (Tab passes over it while it is hidden), then the other
+    // buttons as they stand and the grid. Enter on a button presses it.
     QList<QWidget *> ordine;
     for (int i = 1; i <= CampoSpese; ++i) {
         ordine.append(m_txt[i]);
@@ -142,6 +145,8 @@ void InsDist::costruisci()
         if (i == CampoAssegno)
             ordine.append(m_cmbBanca);
     }
+    ordine << m_command1[1] << m_command1[3] << m_command1[2] << m_cmdExcel << m_command1[0]
+           << m_grid;
     for (int i = 1; i < ordine.size(); ++i)
         setTabOrder(ordine[i - 1], ordine[i]);
 }
@@ -290,6 +295,7 @@ void InsDist::carica()
     caricaCombo();
 
     PulisciMaschera();
+    fissaMovimento();
     for (int i = 1; i <= 3; ++i)
         m_command1[i]->hide();
     m_cmdExcel->hide();
@@ -339,6 +345,16 @@ void InsDist::showEvent(QShowEvent *evento)
 
 void InsDist::closeEvent(QCloseEvent *evento)
 {
+    // A movement typed and not yet added would be gone with the screen. A
+    // screen that never loaded, or is unloading already, has none.
+    if (!m_schermo->inScarico() && m_bk.IsOpen() && movimentoNonAggiunto()
+        && Messaggio(QStringLiteral("MOVIMENTO NON AGGIUNTO: ESCO LO STESSO?"),
+                     QStringLiteral("KELVAR - USCITA"), Icona::Domanda, Pulsanti::SiNo, 1)
+               != Risposta::Si) {
+        evento->ignore();
+        return;
+    }
+    m_schermo->scarica();
     tabelle().RsDistinte.Close();
     tabelle().RsDistinte04.Close();
     m_bk.Close();

@@ -8,6 +8,7 @@
 #include "store/Recordset.h"
 
 #include <QList>
+#include <QStringList>
 #include <QWidget>
 #include <cstdint>
 
@@ -71,8 +72,15 @@ private:
     bool apriTemporaneo();
 
     void PulisciMaschera();
-    void pulisciMovimento();
     void mostraSalvataggio();
+    // What the fields hold of the movement, to tell whether anything was
+    // typed since the form was last cleared, added or filled from the grid.
+    QStringList statoMovimento() const;
+    void fissaMovimento() { m_fissato = statoMovimento(); }
+    bool movimentoNonAggiunto() const { return statoMovimento() != m_fissato; }
+    // The fields' lost-focus routines check nothing while the screen is
+    // unloading or its tables are closed.
+    bool controlliSospesi() const;
 
     void fuocoEntrato(int indice);
     void fuocoUscito(int indice);
@@ -99,6 +107,7 @@ private:
     Recordset m_bk; // BkDistinte on "primaria"
 
     std::int32_t m_codiceMovimento = 0;
+    QStringList m_fissato; // statoMovimento() when nothing was left to add
     int m_campoAttivo = 0;
     bool m_apriRicerca = false; // a lookup or a button routine is running
     bool m_errore = false;      // a field's message is being shown

@@ -114,6 +114,7 @@ void InsDist::Aggiungi()
     m_cmbBanca->setCurrentIndex(0);
     m_command1[1]->setText(QStringLiteral("&AGGIUNGI"));
     m_codiceMovimento = 0;
+    fissaMovimento();
     mostraSalvataggio();
     vaiA(CampoCodiceCliente);
 }
@@ -138,6 +139,7 @@ void InsDist::ApriMovimento(int riga)
     m_command1[3]->show();
     m_command1[2]->hide();
     m_cmdExcel->hide();
+    fissaMovimento();
     vaiA(CampoCodiceCliente);
 }
 
@@ -170,6 +172,7 @@ void InsDist::Cancella()
     for (int i = CampoCodiceCliente; i <= CampoSpese; ++i)
         m_txt[i]->setText(QStringLiteral(" "));
     m_codiceMovimento = 0;
+    fissaMovimento();
     mostraSalvataggio();
     m_command1[3]->hide();
     m_command1[1]->setVisible(AggiungiVisibile(*m_campi));

@@ -10,6 +10,8 @@
 #include "frame/core/Impostazioni.h"
 #include "frame/core/Sessione.h"
 #include "frame/core/Valore.h"
+#include "frame/ui/Schermo.h"
+#include "store/Tabelle.h"
 
 #include <QComboBox>
 #include <QFocusEvent>
@@ -115,9 +117,15 @@ void InsDist::fuocoEntrato(int indice)
         m_txt[indice]->setText(impostazioni().CodBase);
 }
 
+bool InsDist::controlliSospesi() const
+{
+    // A check would look clients and reasons up in tables already closed.
+    return m_schermo->inScarico() || !m_bk.IsOpen() || !tabelle().RsDistinte.IsOpen();
+}
+
 void InsDist::fuocoUscito(int indice)
 {
-    if (m_errore || m_apriRicerca)
+    if (m_errore || m_apriRicerca || controlliSospesi())
         return;
     const int codice = m_controllo->ControllaCampo(indice);
     if (codice > 0) {
@@ -141,6 +149,27 @@ void InsDist::fuocoUscito(int indice)
         const double valore = CDbl(m_txt[indice]->text().trimmed());
         m_txt[indice]->setText(FormatoImporto(moneta, valore, indice == CampoSpese));
     }
+}
+
+QStringList InsDist::statoMovimento() const
+{
+    // A new movement keeps date, client and firm from the last one: only
+    // what follows them is its own. The currency the focus fills in and an
+    // amount of 0 were never typed.
+    const bool modifica = m_codiceMovimento != 0;
+    QStringList stato;
+    if (modifica)
+        stato << m_cmbSoc->currentText();
+    stato << m_cmbBanca->currentText();
+    for (int i = modifica ? int(CampoGiorno) : int(CampoCausale); i <= CampoSpese; ++i) {
+        QString testo = m_txt[i]->text().trimmed();
+        if (i == CampoMoneta && testo == impostazioni().CodBase)
+            testo.clear();
+        else if (i == CampoImporto || i == CampoSpese)
+            testo = CDbl(testo) == 0 ? QString() : QString::number(CDbl(testo));
+        stato << testo;
+    }
+    return stato;
 }
 
 void InsDist::vaiA(int indice)

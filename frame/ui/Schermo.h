@@ -67,6 +67,14 @@ public:
     int campoAttivo() const { return m_attivo; } // index in txt, -1 none
     QWidget *schermo() const { return m_schermo; }
 
+    // The screen's unload has begun: it closes the tables that the fields'
+    // lost-focus routines read, and the focus still leaves a field as the
+    // screen goes. From here on those routines check and look up nothing
+    // (each screen asks inScarico() first). Called by the unload before it
+    // closes anything, once it is sure to go on.
+    void scarica() { m_scarico = true; }
+    bool inScarico() const { return m_scarico; }
+
     // The screen's own key-down routine, after the shared keys; returns true
     // to consume the key. Without one, Enter moves to the next field.
     std::function<bool(int codice, int maschera)> tastoGiu;
@@ -85,6 +93,7 @@ private:
     QList<std::uint8_t> m_modi;
     int m_attivo = -1;
     bool m_reinvio = false;
+    bool m_scarico = false;
 };
 
 } // namespace sorvane

@@ -6,12 +6,21 @@
 
 #include "ProvaDistinte.h"
 
+#include "frame/ui/Fine.h"
+#include "store/Connessione.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QHeaderView>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPointer>
 #include <QTableView>
 #include <QTest>
 
+#include <functional>
 #include <memory>
 
 namespace sorvane::prova {
@@ -83,6 +92,66 @@ protected:
         QTest::mousePress(h->viewport(), tasto, {},
                           QPoint(h->sectionViewportPosition(colonna) + 4, 4));
         Attendi();
+    }
+
+    // The screen as the program shows it, a child window of the frame's
+    // area, closed by `esci` with the focus on the client code field
+    // `campo` holding a code; the end of the program releases the files.
+    // The screen must be gone within a second having asked nothing: its
+    // fields check nothing as it unloads, and no table is opened on the
+    // released files. A box left unanswered gives its default, as one that
+    // cannot be shown does; past a few of them the guard answers Cancel.
+    void EsceConCodice(int campo, const std::function<void(Schermo &, QMdiSubWindow *)> &esci)
+    {
+        m_bk.Close();
+        m_dist.Close();
+        QMainWindow cornice;
+        auto *area = new QMdiArea(&cornice);
+        cornice.setCentralWidget(area);
+        auto *schermo = new Schermo;
+        schermo->setAttribute(Qt::WA_DeleteOnClose);
+        QMdiSubWindow *sotto = area->addSubWindow(schermo);
+        cornice.resize(1240, 800);
+        cornice.show();
+        sotto->showMaximized();
+        QApplication::setActiveWindow(&cornice);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&cornice));
+        Attendi();
+        Fuoco(schermo->txt(campo));
+        QTest::keyClicks(schermo->txt(campo), QStringLiteral("12"));
+        ASSERT_EQ(QApplication::focusWidget(), schermo->txt(campo));
+
+        const QPointer<Schermo> vivo(schermo);
+        m_messaggi.pulisci();
+        m_messaggi.gestore = [this](const Richiesta &) -> std::optional<Risposta> {
+            if (m_messaggi.richieste().size() > 3)
+                return Risposta::Annulla;
+            return std::nullopt;
+        };
+        installaFineProgramma([] { ChiudiDatabase(); });
+        esci(*schermo, sotto);
+        const bool chiuso = QTest::qWaitFor([&vivo] { return vivo.isNull(); }, 1000);
+        installaFineProgramma({});
+        EXPECT_TRUE(chiuso);
+        EXPECT_TRUE(m_messaggi.testi().isEmpty()) << qPrintable(m_messaggi.testi().join(" | "));
+        delete vivo.data();
+        ASSERT_TRUE(ConnettiDatabase());
+    }
+    // The three ways out: F2, Alt+U (the accelerator of "&USCITA"), the
+    // child window's close box.
+    void EsceInTreModi(int campo)
+    {
+        for (int modo = 0; modo < 3; ++modo) {
+            SCOPED_TRACE(modo);
+            EsceConCodice(campo, [modo, campo](Schermo &s, QMdiSubWindow *sotto) {
+                if (modo == 0)
+                    QTest::keyClick(s.txt(campo), Qt::Key_F2);
+                else if (modo == 1)
+                    QTest::keyClick(s.txt(campo), Qt::Key_U, Qt::AltModifier);
+                else
+                    sotto->close();
+            });
+        }
     }
 
     std::unique_ptr<Schermo> m_schermo;

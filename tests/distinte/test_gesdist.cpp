@@ -348,5 +348,10 @@ TEST_F(ProvaGesDist, LUscitaChiudeLeTabelleEIlProgramma)
     EXPECT_FALSE(tabelle().RsDistinte04.IsOpen());
 }
 
+TEST_F(ProvaGesDist, SiEsceSubitoColCodiceClienteInFuoco)
+{
+    EsceInTreModi(CampoCodiceFiltro);
+}
+
 } // namespace
 } // namespace sorvane::prova

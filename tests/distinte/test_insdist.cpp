@@ -6,8 +6,10 @@
 #include "distinte/InsDist.h"
 #include "distinte/ModelloBkDistinte.h"
 #include "frame/ui/Fine.h"
+#include "frame/ui/Modale.h"
 
 #include <QComboBox>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -27,8 +29,30 @@ protected:
         m_messaggi.gestore = [this](const Richiesta &r) -> std::optional<Risposta> {
             if (r.titolo == QStringLiteral("KELVAR - CANCELLAZIONE"))
                 return m_confermaCancella;
+            if (r.titolo == QStringLiteral("KELVAR - USCITA"))
+                return m_esci;
             return Risposta::No;
         };
+        // The client popup: Enter on the row of m_scelta, or Esc when it is 0.
+        installaGestoreModale([this](QDialog &d) {
+            ++m_liste;
+            auto *griglia = d.findChild<QTableView *>();
+            const QAbstractItemModel *righe = griglia->model();
+            for (int r = 0; m_scelta > 0 && r < righe->rowCount(); ++r) {
+                if (righe->index(r, 0).data().toString().trimmed().toInt() == m_scelta) {
+                    griglia->setCurrentIndex(righe->index(r, 0));
+                    QTest::keyClick(griglia, Qt::Key_Return);
+                    return d.result();
+                }
+            }
+            d.reject();
+            return d.result();
+        });
+    }
+    void TearDown() override
+    {
+        installaGestoreModale({});
+        ProvaSchermo::TearDown();
     }
 
     int CampoInFuoco() const
@@ -92,6 +116,9 @@ protected:
     }
 
     Risposta m_confermaCancella = Risposta::Si;
+    Risposta m_esci = Risposta::No;
+    std::int32_t m_scelta = 0;
+    int m_liste = 0; // times the client popup was shown
 };
 
 TEST_F(ProvaInsDist, IlGiroDiUnaDistintaDallaTastieraAlSalvataggio)
@@ -113,7 +140,15 @@ TEST_F(ProvaInsDist, IlGiroDiUnaDistintaDallaTastieraAlSalvataggio)
     EXPECT_EQ(s.txt(CampoCausale)->text(), QStringLiteral("001"));
     EXPECT_EQ(s.CauDes()->text(), QStringLiteral("VERSAMENTO"));
     ASSERT_TRUE(s.Command1(1)->isVisible());
-    Premi(s.Command1(1));
+    // Enter goes on from the cheque by the bank and the expenses to the add
+    // button, and once more adds.
+    for (QWidget *w : {static_cast<QWidget *>(s.cmbBanca()), static_cast<QWidget *>(s.txt(CampoSpese)),
+                       static_cast<QWidget *>(s.Command1(1))}) {
+        Tasto(Qt::Key_Return);
+        EXPECT_EQ(QApplication::focusWidget(), w);
+    }
+    Tasto(Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([&s] { return s.Data1()->rowCount() == 1; }, 1000));
     // Date, client and firm stay for the next movement; the rest is blank.
     EXPECT_EQ(CampoInFuoco(), CampoCodiceCliente);
     EXPECT_EQ(s.txt(CampoCodiceCliente)->text(), QStringLiteral("12"));
@@ -235,11 +270,20 @@ TEST_F(ProvaInsDist, RigheRimasteTastiEUscita)
     EXPECT_EQ(QApplication::focusWidget(), s.cmbBanca());
 
     // A heading sorts the working rows; USCITA ends the program and leaves
-    // them for the next run.
+    // them for the next run, once it is told that the movement typed and
+    // not added goes (No by default).
     Testata(ColNominativo, Qt::RightButton);
     EXPECT_TRUE(s.Data1()->Query().contains(QStringLiteral("ORDER BY CliRagsoc DESC")));
     int fine = 0;
     installaFineProgramma([&fine] { ++fine; });
+    m_messaggi.pulisci();
+    Premi(s.Command1(0));
+    ASSERT_EQ(m_messaggi.richieste().size(), 1);
+    EXPECT_EQ(m_messaggi.richieste().first().testo,
+              QStringLiteral("MOVIMENTO NON AGGIUNTO: ESCO LO STESSO?"));
+    EXPECT_EQ(m_messaggi.richieste().first().predefinito, 1);
+    EXPECT_TRUE(s.isVisible());
+    m_esci = Risposta::Si;
     Premi(s.Command1(0));
     installaFineProgramma({});
     EXPECT_EQ(fine, 1);
@@ -264,6 +308,64 @@ TEST_F(ProvaInsDist, UnImportoCheNonENumeroTieneIlFuoco)
         Tasto(Qt::Key_Tab);
         EXPECT_EQ(s.txt(campo)->text(), QStringLiteral("2.500,5"));
     }
+}
+
+// The movement's client is the one the screen shows: a popup left without
+// a choice leaves no client behind the blank code, and a client chosen is
+// not asked for again. A write that fails keeps every field.
+TEST_F(ProvaInsDist, IlClienteEQuelloCheSiVedeENienteVaPerso)
+{
+    Scrivi(QStringLiteral("INSERT INTO Clienti (CliCodice, CliRagsoc, CliRagsocEstesa, "
+                          "CliCategoria) VALUES (16, 'ROSSI MARIO', ' ', 'A')"));
+    InsDist &s = Apri();
+    Movimento(QStringLiteral("12"), QStringLiteral("1"), {QStringLiteral("P1")}, {},
+              QStringLiteral("100"));
+    Fuoco(s.txt(CampoNomeCliente));
+    Digita(QStringLiteral("ROSSI"));
+    Tasto(Qt::Key_Tab);
+    EXPECT_EQ(m_liste, 1);
+    EXPECT_TRUE(s.txt(CampoCodiceCliente)->text().isEmpty());
+    EXPECT_EQ(CampoInFuoco(), CampoNomeCliente);
+    m_messaggi.pulisci();
+    s.Aggiungi(); // as its button or key runs it, whatever the screen shows
+    Attendi();
+    EXPECT_EQ(m_messaggi.testi(), QStringList({"CLIENTE NON CODIFICATO"}));
+    EXPECT_EQ(CampoInFuoco(), CampoCodiceCliente);
+    EXPECT_EQ(Righe(QStringLiteral("SELECT COUNT(*) FROM BkDistinte")), QStringList({"0"}));
+
+    // Two clients of one name: the one chosen stays, the field passed again.
+    m_scelta = 16;
+    Fuoco(s.txt(CampoNomeCliente));
+    Digita(QStringLiteral("ROSSI MARIO"));
+    Tasto(Qt::Key_Tab);
+    EXPECT_EQ(s.txt(CampoCodiceCliente)->text(), QStringLiteral("16"));
+    Fuoco(s.txt(CampoNomeCliente));
+    Tasto(Qt::Key_Tab);
+    EXPECT_EQ(m_liste, 2);
+
+    Scrivi(QStringLiteral("CREATE TRIGGER Rifiuta BEFORE INSERT ON BkDistinte "
+                          "BEGIN SELECT RAISE(ABORT, 'rifiutato'); END"));
+    QStringList prima;
+    for (int i = CampoGiorno; i <= CampoSpese; ++i)
+        prima << s.txt(i)->text();
+    m_messaggi.pulisci();
+    Premi(s.Command1(1));
+    ASSERT_EQ(m_messaggi.richieste().size(), 1);
+    EXPECT_TRUE(m_messaggi.testi().first().contains(QStringLiteral("'BKDISTINTE'")));
+    QStringList dopo;
+    for (int i = CampoGiorno; i <= CampoSpese; ++i)
+        dopo << s.txt(i)->text();
+    EXPECT_EQ(dopo, prima);
+    EXPECT_TRUE(s.Command1(1)->isVisible());
+    Scrivi(QStringLiteral("DROP TRIGGER Rifiuta"));
+    Premi(s.Command1(1));
+    EXPECT_EQ(Righe(QStringLiteral("SELECT dstCliente, dstCodP0 FROM BkDistinte")),
+              QStringList({"16|P1"}));
+}
+
+TEST_F(ProvaInsDist, SiEsceSubitoColCodiceClienteInFuoco)
+{
+    EsceInTreModi(CampoCodiceCliente);
 }
 
 } // namespace
