@@ -3,6 +3,7 @@
 #include "frame/core/Campi.h"
 #include "frame/core/Impostazioni.h"
 #include "frame/core/Ini.h"
+#include "frame/core/Messaggi.h"
 #include "frame/core/Sessione.h"
 #include "frame/core/Valore.h"
 #include "frame/ui/Cursore.h"
@@ -20,6 +21,9 @@
 #include <QScreen>
 #include <QThread>
 #include <QWidget>
+
+#include <filesystem>
+#include <system_error>
 
 namespace sorvane {
 
@@ -55,6 +59,26 @@ void Elimina(const QString &file)
     QDeadlineTimer limite(20000);
     while (QFile::exists(file) && !QFile::remove(file) && !limite.hasExpired())
         QThread::msleep(100);
+}
+
+// The folder of the PDF files, made when it is missing; false, with the
+// system's words, when it cannot be.
+bool CartellaPronta(const QString &cartella, QString *motivo)
+{
+    std::error_code errore;
+    std::filesystem::create_directories(std::filesystem::path(cartella.toStdU16String()), errore);
+    if (!errore)
+        return true;
+    *motivo = QString::fromLocal8Bit(errore.message().c_str());
+    return false;
+}
+
+// A stop box with the system's words under the program's own.
+void Fallito(const QString &testo, const QString &motivo)
+{
+    CursoreNormale();
+    Messaggio(motivo.isEmpty() ? testo : testo + QLatin1Char('\n') + motivo, QString(),
+              Icona::Stop);
 }
 
 } // namespace
@@ -122,8 +146,19 @@ QString SchermoInPdf(int finestra, const QPixmap &immagine)
     if (p.StampantePdf.isEmpty() || p.CartellaPdf.isEmpty() || immagine.isNull())
         return QString();
     CursoreAttesa();
+    QString motivo;
+    if (!CartellaPronta(p.CartellaPdf, &motivo)) {
+        Fallito(QStringLiteral("IMPOSSIBILE CREARE LA CARTELLA ") + p.CartellaPdf, motivo);
+        return QString();
+    }
     const QString file = p.CartellaPdf + Separatore() + p.NomePdf + QStringLiteral(".pdf");
     Elimina(file);
+    // Opened here, so that a file that cannot be written says why.
+    QFile uscita(file);
+    if (!uscita.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        Fallito(QStringLiteral("IMPOSSIBILE SCRIVERE IL FILE ") + file, uscita.errorString());
+        return QString();
+    }
 
     // The picture measured as the screen shows it, in twips.
     const QSizeF logica = immagine.deviceIndependentSize();
@@ -131,7 +166,7 @@ QString SchermoInPdf(int finestra, const QPixmap &immagine)
     double h = logica.height() * 15;
     bool scritto = false;
     {
-        QPdfWriter scrittore(file);
+        QPdfWriter scrittore(&uscita);
         scrittore.setResolution(RisoluzioneTwips);
         scrittore.setCreator(QStringLiteral("SORVANE"));
         scrittore.setTitle(p.NomePdf);
@@ -156,9 +191,14 @@ QString SchermoInPdf(int finestra, const QPixmap &immagine)
             scritto = pittore.end();
         }
     }
-    CursoreNormale();
-    if (!scritto || !QFile::exists(file))
+    uscita.close();
+    if (!scritto || uscita.error() != QFileDevice::NoError) {
+        uscita.remove();
+        Fallito(QStringLiteral("IMPOSSIBILE SCRIVERE IL FILE ") + file,
+                scritto ? uscita.errorString() : QString());
         return QString();
+    }
+    CursoreNormale();
     ApriDocumento(file, QString(), QString(), QStringLiteral("Open"));
     return file;
 }

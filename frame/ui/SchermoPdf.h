@@ -31,8 +31,9 @@ QPixmap CatturaSchermo(int finestra);
 
 // Writes the picture into CartellaPdf/NomePdf.pdf (an older file replaced),
 // landscape when it is wider than tall, scaled down to fit within margins of
-// 300 twips, then opens it. Returns the file's path; empty when the PDF path
-// is off or the file could not be written.
+// 300 twips, then opens it. A missing folder is made first. Returns the
+// file's path; empty when the PDF path is off, or when the folder cannot be
+// made or the file written, which is told with the system's words.
 QString SchermoInPdf(int finestra, const QPixmap &immagine);
 
 // Ctrl+0 and Ctrl+1: capture, then the PDF, or a new mail to support when the
