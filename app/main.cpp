@@ -9,6 +9,7 @@
 #include "ledger04/InsSald4.h"
 #include "lookup/ListaCli.h"
 #include "reports/Gstampe.h"
+#include "reports/Lancio.h"
 
 #include <QApplication>
 #include <QStringList>
@@ -18,6 +19,8 @@ int main(int argc, char **argv)
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("sorvane"));
     sorvane::ImpostaLocaleProgramma();
+    // Qt's own dialogs (print, files, page set-up) speak Italian too.
+    sorvane::CaricaTestiQtItaliani();
     sorvane::MessaggiQt risponditore;
     sorvane::installaMessaggi(&risponditore);
 

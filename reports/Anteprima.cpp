@@ -8,13 +8,11 @@
 #include "reports/Renderer.h"
 
 #include <QAction>
-#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPageLayout>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QScreen>
 #include <QSpinBox>
 #include <QToolBar>
@@ -139,11 +137,13 @@ FinestraAnteprima::FinestraAnteprima(const Modello &modello, const ModelloCompil
     : QDialog(padre), m_modello(modello), m_compilato(compilato), m_titolo(titolo)
 {
     setWindowTitle(titolo);
+    // The area is the one a PDF of the module lays out on: the pages shown
+    // are the pages printed, counted alike.
     const QPageLayout layout = LayoutPagina(m_modello);
-    const double dpi = DpiImpaginazione();
-    const QSizeF foglio = layout.fullRect(QPageLayout::Inch).size() * dpi;
-    const QPointF margine = layout.paintRect(QPageLayout::Inch).topLeft() * dpi;
-    const QSizeF area = layout.paintRect(QPageLayout::Inch).size() * dpi;
+    const double unita = UnitaPerMillimetro();
+    const QSizeF foglio = layout.fullRect(QPageLayout::Millimeter).size() * unita;
+    const QPointF margine = layout.paintRect(QPageLayout::Millimeter).topLeft() * unita;
+    const QSizeF area = AreaPagina(layout);
     m_foglio = foglio;
     m_margine = margine;
     if (dati && dati->corpo.size() > 2 * RighePrimePagine) {
@@ -291,39 +291,37 @@ void FinestraAnteprima::mostraPagina(int pagina)
 
 void FinestraAnteprima::stampa()
 {
-    QPrinter stampante(QPrinter::HighResolution);
-    PreparaPagina(stampante, m_modello);
-    stampante.setDocName(m_titolo);
-    QPrintDialog dlg(&stampante, this);
-    dlg.setWindowTitle(m_titolo);
-    if (EseguiModale(dlg) != QDialog::Accepted)
-        return;
-    CursoreAttesa();
-    StampaSuStampante(stampante, m_modello, m_compilato);
-    CursoreNormale();
+    QString motivo;
+    if (!StampaConDialogo(m_modello, m_compilato, m_titolo, 1, this, &motivo)
+        && !motivo.isEmpty())
+        Messaggio(motivo, QString(), Icona::Stop);
 }
 
 void FinestraAnteprima::salvaPdf()
 {
-    QString cartella = impostazioni().PathStampe;
-    if (cartella.isEmpty())
-        cartella = QDir::homePath();
-    QFileDialog dlg(this, QStringLiteral("SALVA IN PDF"), cartella,
+    const QFileInfo proposto(FilePdfProposto(m_modello));
+    QFileDialog dlg(this, QStringLiteral("SALVA IN PDF"), proposto.path(),
                     QStringLiteral("Documenti PDF (*.pdf)"));
     dlg.setAcceptMode(QFileDialog::AcceptSave);
     dlg.setDefaultSuffix(QStringLiteral("pdf"));
     dlg.setOption(QFileDialog::DontUseNativeDialog);
+    dlg.selectFile(proposto.fileName());
     if (EseguiModale(dlg) != QDialog::Accepted || dlg.selectedFiles().isEmpty())
         return;
     const QString file = dlg.selectedFiles().constFirst();
     // The pages laid out for the screen are those of the PDF page.
     CursoreAttesa();
     attendiCompleta();
-    const bool scritto = m_remota ? m_remota->salvaPdf(file, m_modello, m_titolo)
-                                  : SalvaPdf(file, m_modello, *m_pagine, m_titolo);
+    QString motivo;
+    const bool scritto = m_remota ? m_remota->salvaPdf(file, m_modello, m_titolo, &motivo)
+                                  : SalvaPdf(file, m_modello, *m_pagine, m_titolo, &motivo);
     CursoreNormale();
-    if (!scritto)
-        Messaggio(QStringLiteral("IMPOSSIBILE SCRIVERE IL FILE ") + file, QString(), Icona::Stop);
+    if (scritto)
+        return;
+    QString testo = QStringLiteral("IMPOSSIBILE SCRIVERE IL FILE ") + file;
+    if (!motivo.isEmpty())
+        testo += QLatin1Char('\n') + motivo;
+    Messaggio(testo, QString(), Icona::Stop);
 }
 
 } // namespace sorvane

@@ -8,13 +8,13 @@
 #include "frame/ui/Cursore.h"
 #include "reports/CaricaDati.h"
 #include "reports/Lancio.h"
+#include "reports/Renderer.h"
 #include "reports/Staging.h"
 #include "reports/StampaReport.h"
 #include "store/Connessione.h"
 
 #include <QBuffer>
 #include <QFileInfo>
-#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPdfWriter>
@@ -145,9 +145,7 @@ bool AvviaMotoreStampe()
         g_motoreAttivo = false;
         return false;
     }
-    QFont font(QStringLiteral("Arial"));
-    font.setPointSizeF(9.5);
-    p.setFont(font);
+    p.setFont(CarattereReport());
     p.drawText(QPointF(10, 10), QStringLiteral("0123456789 Pagina"));
     g_motoreAttivo = p.end();
     return g_motoreAttivo;

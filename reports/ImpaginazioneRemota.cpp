@@ -60,14 +60,14 @@ QImage ImpaginazioneRemota::foglio(int indice, const QSizeF &foglio, const QPoin
 }
 
 bool ImpaginazioneRemota::salvaPdf(const QString &file, const Modello &modello,
-                                   const QString &titolo)
+                                   const QString &titolo, QString *errore)
 {
     bool scritto = false;
     QMetaObject::invokeMethod(
         m_contesto,
         [&] {
             if (m_impaginazione)
-                scritto = SalvaPdf(file, modello, *m_impaginazione, titolo);
+                scritto = SalvaPdf(file, modello, *m_impaginazione, titolo, errore);
         },
         Qt::BlockingQueuedConnection);
     return scritto;

@@ -43,7 +43,8 @@ public:
     QImage foglio(int indice, const QSizeF &foglio, const QPointF &margine, double scala,
                   qreal dpr);
     // SalvaPdf of the layout, in the thread; waits for the layout first.
-    bool salvaPdf(const QString &file, const Modello &modello, const QString &titolo);
+    bool salvaPdf(const QString &file, const Modello &modello, const QString &titolo,
+                  QString *errore = nullptr);
 
 private:
     std::unique_ptr<QThread> m_thread;

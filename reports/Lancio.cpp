@@ -6,9 +6,13 @@
 #include "reports/Anteprima.h"
 #include "reports/Renderer.h"
 
+#include <QCoreApplication>
+#include <QFile>
+#include <QLibraryInfo>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QTranslator>
 
 namespace sorvane {
 
@@ -33,21 +37,95 @@ QString StampanteDiretta(const QString &nome)
     return QPrinterInfo::defaultPrinter().printerName();
 }
 
+// Why a printer refused the pages. A file that cannot be written has the
+// system's words for it; a printer of the system tells only its state.
+QString MotivoRifiuto(const QPrinter &stampante)
+{
+    const QString file = stampante.outputFileName();
+    if (!file.isEmpty()) {
+        QString parole;
+        QFile prova(file);
+        const bool cera = prova.exists();
+        if (prova.open(QIODevice::WriteOnly | QIODevice::Append)) {
+            prova.close();
+            if (!cera)
+                prova.remove();
+        } else {
+            parole = QLatin1Char('\n') + prova.errorString();
+        }
+        return QStringLiteral("ERRORE DI STAMPA SUL FILE ") + file + parole;
+    }
+    const QString stato = !stampante.isValid()
+                              ? QStringLiteral("STAMPANTE NON DISPONIBILE")
+                              : QStringLiteral("LA STAMPANTE HA RIFIUTATO IL LAVORO");
+    return QStringLiteral("ERRORE DI STAMPA SULLA STAMPANTE ") + stampante.printerName()
+           + QLatin1Char('\n') + stato;
+}
+
+// The file of a print to PDF goes into the printer first: it makes the
+// printer a PDF writer, so the system's printer, when there is one, is put
+// back, and the dialog offers it with the file ready beside it.
+void ProponiPdf(QPrinter &stampante, const Modello &modello)
+{
+    const QString sistema = stampante.outputFormat() == QPrinter::NativeFormat
+                                ? stampante.printerName()
+                                : QString();
+    stampante.setOutputFileName(FilePdfProposto(modello));
+    if (!sistema.isEmpty()) {
+        stampante.setOutputFormat(QPrinter::NativeFormat);
+        stampante.setPrinterName(sistema);
+    }
+}
+
+void Prepara(QPrinter &stampante, const Modello &modello, const QString &titolo, int copie)
+{
+    PreparaPagina(stampante, modello);
+    stampante.setDocName(titolo);
+    stampante.setCopyCount(qMax(1, copie));
+}
+
+bool Rifiutato(const QPrinter &stampante, QString *motivo)
+{
+    if (motivo)
+        *motivo = MotivoRifiuto(stampante);
+    return false;
+}
+
 } // namespace
 
 // A printer that cannot make copies itself gets the pages once per copy;
 // otherwise the job carries the count and the pages go once.
 bool StampaSuStampante(QPrinter &stampante, const Modello &modello,
-                       const ModelloCompilato &compilato)
+                       const ModelloCompilato &compilato, QString *motivo)
 {
     if (stampante.outputFormat() == QPrinter::PdfFormat || stampante.supportsMultipleCopies())
-        return StampaDocumento(stampante, modello, compilato) > 0;
+        return StampaDocumento(stampante, modello, compilato) > 0
+               || Rifiutato(stampante, motivo);
     const int copie = stampante.copyCount();
     stampante.setCopyCount(1);
-    bool ok = true;
-    for (int i = 0; i < copie && ok; ++i)
-        ok = StampaDocumento(stampante, modello, compilato) > 0;
-    return ok;
+    for (int i = 0; i < copie; ++i) {
+        if (StampaDocumento(stampante, modello, compilato) <= 0)
+            return Rifiutato(stampante, motivo);
+    }
+    return true;
+}
+
+bool StampaConDialogo(const Modello &modello, const ModelloCompilato &compilato,
+                      const QString &titolo, int copie, QWidget *padre, QString *motivo)
+{
+    QPrinter stampante(QPrinter::HighResolution);
+    ProponiPdf(stampante, modello);
+    Prepara(stampante, modello, titolo, copie);
+    // The caller's hourglass does not stay over a window that waits for the user.
+    CursoreNormale();
+    QPrintDialog dlg(&stampante, padre);
+    dlg.setWindowTitle(titolo);
+    if (EseguiModale(dlg) != QDialog::Accepted)
+        return false;
+    CursoreAttesa();
+    const bool stampato = StampaSuStampante(stampante, modello, compilato, motivo);
+    CursoreNormale();
+    return stampato;
 }
 
 bool LanciaReport(const Lancio &lancio, const Modello &modello, const DatiReport &dati,
@@ -59,30 +137,25 @@ bool LanciaReport(const Lancio &lancio, const Modello &modello, const DatiReport
     const QChar tipo = lancio.tipo.toUpper();
 
     if (tipo == QLatin1Char('P') || tipo == QLatin1Char('D')) {
-        QPrinter stampante(QPrinter::HighResolution);
-        if (tipo == QLatin1Char('D')) {
+        QString motivo;
+        bool stampato = false;
+        if (tipo == QLatin1Char('P')) {
+            stampato = StampaConDialogo(modello, compilato, lancio.titolo, lancio.copie,
+                                        lancio.padre, &motivo);
+        } else {
             const QString nome = StampanteDiretta(lancio.stampante);
             if (nome.isEmpty())
                 return Fallito(QStringLiteral("NESSUNA STAMPANTE PREDEFINITA"),
                                Icona::Esclamazione, errore);
+            QPrinter stampante(QPrinter::HighResolution);
             stampante.setPrinterName(nome);
-        }
-        PreparaPagina(stampante, modello);
-        stampante.setDocName(lancio.titolo);
-        stampante.setCopyCount(qMax(1, lancio.copie));
-        if (tipo == QLatin1Char('P')) {
-            // The caller's hourglass does not stay over a window that waits
-            // for the user.
+            Prepara(stampante, modello, lancio.titolo, lancio.copie);
+            CursoreAttesa();
+            stampato = StampaSuStampante(stampante, modello, compilato, &motivo);
             CursoreNormale();
-            QPrintDialog dlg(&stampante, lancio.padre);
-            dlg.setWindowTitle(lancio.titolo);
-            if (EseguiModale(dlg) != QDialog::Accepted)
-                return false;
         }
-        CursoreAttesa();
-        const bool stampato = StampaSuStampante(stampante, modello, compilato);
-        CursoreNormale();
-        return stampato;
+        // A cancelled dialog has nothing to tell.
+        return stampato || (!motivo.isEmpty() && Fallito(motivo, Icona::Stop, errore));
     }
     FinestraAnteprima anteprima(modello, compilato, lancio.titolo, &dati, lancio.padre);
     CursoreNormale();
@@ -106,6 +179,18 @@ bool LanciaModulo(const QString &nomeFile, const Lancio &lancio, const DatiRepor
 {
     Modello modello;
     return ApriModulo(nomeFile, modello) && LanciaReport(lancio, modello, dati);
+}
+
+bool CaricaTestiQtItaliani()
+{
+    auto *testi = new QTranslator(QCoreApplication::instance());
+    if (!testi->load(QStringLiteral("qtbase_it"),
+                     QLibraryInfo::path(QLibraryInfo::TranslationsPath))
+        || !QCoreApplication::installTranslator(testi)) {
+        delete testi;
+        return false;
+    }
+    return true;
 }
 
 } // namespace sorvane

@@ -38,7 +38,22 @@ bool ApriModulo(const QString &nomeFile, Modello &modello);
 bool LanciaModulo(const QString &nomeFile, const Lancio &lancio, const DatiReport &dati);
 
 // The pages on a printer made ready by the caller (copies included).
+// False when the printer or the PDF writer refuses them; motivo then tells
+// why, in Italian before the system's words.
 bool StampaSuStampante(QPrinter &stampante, const Modello &modello,
-                       const ModelloCompilato &compilato);
+                       const ModelloCompilato &compilato, QString *motivo = nullptr);
+
+// "P": the print dialog over a printer made ready for the module (its page,
+// the copies, the job's title, and as the file of a print to PDF the one
+// FilePdfProposto gives), then the pages. False when the dialog is
+// cancelled, motivo left empty, or when the pages are refused, motivo
+// telling why.
+bool StampaConDialogo(const Modello &modello, const ModelloCompilato &compilato,
+                      const QString &titolo, int copie, QWidget *padre, QString *motivo);
+
+// Installs Qt's own Italian texts (the "qtbase" catalogue of the system's
+// Qt), so that the standard dialogs a print opens, print, file and page
+// set-up, speak like the program. False when the catalogue is missing.
+bool CaricaTestiQtItaliani();
 
 } // namespace sorvane

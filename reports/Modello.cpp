@@ -289,6 +289,13 @@ QString CercaModulo(const QString &nomeFile)
     return p;
 }
 
+QString FilePdfProposto(const Modello &modello)
+{
+    const QString cartella = impostazioni().PathStampe.trimmed();
+    const QString nome = modello.nome.isEmpty() ? QStringLiteral("stampa") : modello.nome;
+    return Unisci(cartella.isEmpty() ? QDir::homePath() : cartella, nome + QStringLiteral(".pdf"));
+}
+
 Modello LeggiModello(const QString &testo, const QString &cartella)
 {
     Modello m;
@@ -318,6 +325,7 @@ bool CaricaModello(const QString &percorso, Modello &modello)
     if (!f.open(QIODevice::ReadOnly))
         return false;
     modello = LeggiModello(QString::fromUtf8(f.readAll()), QFileInfo(percorso).absolutePath());
+    modello.nome = QFileInfo(percorso).completeBaseName();
     return true;
 }
 

@@ -21,6 +21,7 @@ struct Modello
     QString gruppo;         // body field whose runs of equal values form groups
     bool orizzontale = false;
     QString cartella;       // folder of the file: images are found from here
+    QString nome;           // the file's name without its extension
 };
 
 // The path of a module file: the operator's folder first, then the shared
@@ -30,6 +31,10 @@ QString PercorsoModulo(const QString &nomeFile, const QString &cartellaLocale,
 // The same with the folders of the configuration; when the file is missing
 // tells "GESTORE REPORT " + path + " INESISTENTE" and returns empty.
 QString CercaModulo(const QString &nomeFile);
+
+// Where a PDF of the module is proposed: its name + ".pdf" in the prints
+// folder of the settings (the home folder when that is blank).
+QString FilePdfProposto(const Modello &modello);
 
 // Splits a template's text into its parts.
 Modello LeggiModello(const QString &testo, const QString &cartella = QString());

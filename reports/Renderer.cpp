@@ -1,6 +1,7 @@
 #include "reports/Renderer.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QPageLayout>
@@ -8,10 +9,15 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QScreen>
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTextFrame>
+#include <QTextOption>
 #include <QUrl>
 
+#include <cmath>
+#include <functional>
 #include <memory>
 
 namespace sorvane {
@@ -48,6 +54,11 @@ std::unique_ptr<QTextDocument> Documento(const Modello &modello, const QFont &fo
     if (!modello.cartella.isEmpty())
         doc->setBaseUrl(QUrl::fromLocalFile(modello.cartella + QLatin1Char('/')));
     doc->setDocumentMargin(0);
+    // A word is never cut in two: a line breaks between words only, and a
+    // table's column is at least as wide as its longest word.
+    QTextOption testo = doc->defaultTextOption();
+    testo.setWrapMode(QTextOption::WordWrap);
+    doc->setDefaultTextOption(testo);
     // The page size goes in before the text: a long table laid out once
     // costs enough, and setting the width afterwards would lay it out again.
     if (altezzaPagina > 0)
@@ -82,6 +93,42 @@ bool ConSegni(const QString &html)
     return html.contains(SegnoPagina()) || html.contains(SegnoPagine());
 }
 
+// A block that leaves a mark on paper: text, a picture, a rule, a colour.
+bool Visibile(const QTextBlock &b)
+{
+    const QTextBlockFormat f = b.blockFormat();
+    return !b.text().trimmed().isEmpty()
+           || f.hasProperty(QTextFormat::BlockTrailingHorizontalRulerWidth)
+           || f.background().style() != Qt::NoBrush;
+}
+
+// The pages that hold something of the body. The document's own count goes
+// to its very bottom: the margin under the last paragraph, or the empty
+// line that always follows a final table, may fall on a page of their own
+// and would print as an empty page.
+int PagineOccupate(const QTextDocument &doc, double altezzaPagina)
+{
+    const QAbstractTextDocumentLayout *layout = doc.documentLayout();
+    const QTextFrame *radice = doc.rootFrame();
+    double fondo = 0;
+    for (QTextBlock b = doc.lastBlock(); b.isValid(); b = b.previous()) {
+        QTextFrame *cornice = QTextCursor(b).currentFrame();
+        while (cornice && cornice->parentFrame() != radice && cornice != radice)
+            cornice = cornice->parentFrame();
+        if (cornice && cornice != radice) {
+            // A table is a mark as a whole: its rules and colours count too.
+            fondo = layout->frameBoundingRect(cornice).bottom();
+            break;
+        }
+        if (Visibile(b)) {
+            fondo = layout->blockBoundingRect(b).bottom();
+            break;
+        }
+    }
+    // A hair's breadth over a page's end is rounding, not another page.
+    return int(std::ceil(fondo / altezzaPagina - 1e-6));
+}
+
 } // namespace
 
 struct Impaginazione::Dati
@@ -109,11 +156,7 @@ Impaginazione::Impaginazione(const Modello &modello, const ModelloCompilato &com
     d->modello = modello;
     d->compilato = compilato;
     d->area = area;
-    // One family, not a list: every character format of a long table
-    // carries a copy of it. The font matcher stands in a metric twin
-    // where the family is missing.
-    d->font = QFont(QStringLiteral("Arial"));
-    d->font.setPointSizeF(9.5);
+    d->font = CarattereReport();
     const double larghezza = area.width();
 
     // Header and footer are measured with a wide page number, so that no
@@ -127,7 +170,8 @@ Impaginazione::Impaginazione(const Modello &modello, const ModelloCompilato &com
     d->hCorpo = qMax(50.0, area.height() - d->hIntest - d->hPiede);
 
     d->corpo = Documento(d->modello, d->font, c.corpo, larghezza, d->hCorpo);
-    d->pagine = parziale ? d->corpo->pageCount() - 1 : qMax(1, d->corpo->pageCount());
+    const int occupate = PagineOccupate(*d->corpo, d->hCorpo);
+    d->pagine = parziale ? occupate - 1 : qMax(1, occupate);
     if (!ConSegni(c.intestazione))
         d->intestFissa = std::move(intest);
     if (!ConSegni(c.piede))
@@ -135,9 +179,7 @@ Impaginazione::Impaginazione(const Modello &modello, const ModelloCompilato &com
 }
 
 Impaginazione::Impaginazione(const Modello &modello, const ModelloCompilato &compilato)
-    : Impaginazione(modello, compilato,
-                    LayoutPagina(modello).paintRect(QPageLayout::Inch).size()
-                        * DpiImpaginazione())
+    : Impaginazione(modello, compilato, AreaPagina(LayoutPagina(modello)))
 {
 }
 
@@ -202,14 +244,36 @@ double ScalaY(const QPagedPaintDevice &dev)
     return double(dev.logicalDpiY()) / DpiImpaginazione();
 }
 
-// A PDF writer at the layout's resolution, with the page of the template.
-void PreparaPdf(QPdfWriter &pdf, const QString &file, const Modello &modello,
-                const QString &titolo)
+// A PDF writer at the layout's resolution, with the page of the template,
+// on a file opened here, so that a file that cannot be written says why.
+// A file left half written is removed.
+bool ScriviPdf(const QString &file, const Modello &modello, const QString &titolo,
+               QString *errore, const std::function<int(QPdfWriter &)> &disegna)
 {
-    pdf.setResolution(int(DpiSchermo()));
-    pdf.setCreator(QStringLiteral("SORVANE"));
-    pdf.setTitle(titolo.isEmpty() ? QFileInfo(file).completeBaseName() : titolo);
-    PreparaPagina(pdf, modello);
+    QFile uscita(file);
+    if (!uscita.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        if (errore)
+            *errore = uscita.errorString();
+        return false;
+    }
+    bool scritto = false;
+    {
+        QPdfWriter pdf(&uscita);
+        pdf.setResolution(int(DpiSchermo()));
+        pdf.setCreator(QStringLiteral("SORVANE"));
+        pdf.setTitle(titolo.isEmpty() ? QFileInfo(file).completeBaseName() : titolo);
+        PreparaPagina(pdf, modello);
+        scritto = disegna(pdf) > 0;
+    }
+    uscita.close();
+    if (uscita.error() != QFileDevice::NoError) {
+        scritto = false;
+        if (errore)
+            *errore = uscita.errorString();
+    }
+    if (!scritto)
+        uscita.remove();
+    return scritto;
 }
 
 } // namespace
@@ -217,6 +281,29 @@ void PreparaPdf(QPdfWriter &pdf, const QString &file, const Modello &modello,
 double DpiImpaginazione()
 {
     return DpiSchermo();
+}
+
+double UnitaPerMillimetro()
+{
+    return DpiImpaginazione() / 25.4;
+}
+
+QSizeF AreaPagina(const QPageLayout &layout)
+{
+    // In millimetres, the office's margins are exact; inches or whole
+    // device pixels would round them, and a page a pixel narrower can wrap
+    // a line and push a row onto the next page.
+    return layout.paintRect(QPageLayout::Millimeter).size() * UnitaPerMillimetro();
+}
+
+QFont CarattereReport()
+{
+    // One family, not a list: every character format of a long table
+    // carries a copy of it. The font matcher stands in the metric twin
+    // where the family is missing.
+    QFont font(QStringLiteral("Arial"));
+    font.setPointSizeF(9.5);
+    return font;
 }
 
 QPageLayout LayoutPagina(const Modello &modello)
@@ -234,9 +321,7 @@ void PreparaPagina(QPagedPaintDevice &dispositivo, const Modello &modello)
 int StampaDocumento(QPagedPaintDevice &dispositivo, const Modello &modello,
                     const ModelloCompilato &compilato)
 {
-    const Impaginazione pagine(modello, compilato,
-                               QSizeF(dispositivo.width() / ScalaX(dispositivo),
-                                      dispositivo.height() / ScalaY(dispositivo)));
+    const Impaginazione pagine(modello, compilato, AreaPagina(dispositivo.pageLayout()));
     return StampaPagine(dispositivo, pagine);
 }
 
@@ -262,19 +347,18 @@ int StampaPagine(QPagedPaintDevice &dispositivo, const Impaginazione &pagine)
 }
 
 bool SalvaPdf(const QString &file, const Modello &modello, const ModelloCompilato &compilato,
-              const QString &titolo)
+              const QString &titolo, QString *errore)
 {
-    QPdfWriter pdf(file);
-    PreparaPdf(pdf, file, modello, titolo);
-    return StampaDocumento(pdf, modello, compilato) > 0;
+    return ScriviPdf(file, modello, titolo, errore, [&](QPdfWriter &pdf) {
+        return StampaDocumento(pdf, modello, compilato);
+    });
 }
 
 bool SalvaPdf(const QString &file, const Modello &modello, const Impaginazione &pagine,
-              const QString &titolo)
+              const QString &titolo, QString *errore)
 {
-    QPdfWriter pdf(file);
-    PreparaPdf(pdf, file, modello, titolo);
-    return StampaPagine(pdf, pagine) > 0;
+    return ScriviPdf(file, modello, titolo, errore,
+                     [&](QPdfWriter &pdf) { return StampaPagine(pdf, pagine); });
 }
 
 } // namespace sorvane

@@ -7,6 +7,7 @@
 
 #include "reports/Modello.h"
 
+#include <QFont>
 #include <QSizeF>
 
 #include <memory>
@@ -21,6 +22,17 @@ namespace sorvane {
 // primary screen, 96 without one) whatever the device. Ask for them in the
 // program's main thread.
 double DpiImpaginazione();
+
+// The printable area of a page in the units above, exact: whatever counts
+// the pages and whatever paints them take it from here, so that they lay
+// out one and the same document.
+QSizeF AreaPagina(const QPageLayout &layout);
+// Millimetres to the units above.
+double UnitaPerMillimetro();
+
+// The reports' default font: Arial 9.5 pt, or its metric twin (Liberation
+// Sans) where Arial is missing, so that a page holds as much everywhere.
+QFont CarattereReport();
 
 // A4 with the office's margins, landscape when the template asks for it.
 QPageLayout LayoutPagina(const Modello &modello);
@@ -39,7 +51,7 @@ public:
     // count of pages prints as "...".
     Impaginazione(const Modello &modello, const ModelloCompilato &compilato,
                   const QSizeF &area, bool parziale = false);
-    // The printable area of LayoutPagina(modello).
+    // On AreaPagina(LayoutPagina(modello)).
     Impaginazione(const Modello &modello, const ModelloCompilato &compilato);
     ~Impaginazione();
     Impaginazione(const Impaginazione &) = delete;
@@ -57,19 +69,21 @@ private:
     std::unique_ptr<Dati> d;
 };
 
-// Draws every page on the device; returns the number of pages.
+// Lays the report out once on the device's page layout and draws every
+// page; returns the number of pages, 0 when the device refuses to start.
 int StampaDocumento(QPagedPaintDevice &dispositivo, const Modello &modello,
                     const ModelloCompilato &compilato);
 
 // Draws every page of a layout made for the device's printable area.
 int StampaPagine(QPagedPaintDevice &dispositivo, const Impaginazione &pagine);
 
-// The whole report as a PDF file; false when the file cannot be written.
+// The whole report as a PDF file; false when the file cannot be written,
+// with the system's words in errore.
 bool SalvaPdf(const QString &file, const Modello &modello, const ModelloCompilato &compilato,
-              const QString &titolo = QString());
+              const QString &titolo = QString(), QString *errore = nullptr);
 // The same from a layout of LayoutPagina(modello), which a PDF page matches
 // exactly: the pages are not laid out again.
 bool SalvaPdf(const QString &file, const Modello &modello, const Impaginazione &pagine,
-              const QString &titolo = QString());
+              const QString &titolo = QString(), QString *errore = nullptr);
 
 } // namespace sorvane

@@ -68,6 +68,10 @@ TEST(Impaginazione, PrimePagineComeLeTutte)
     const int alto = a.height() * 85 / 100;
     EXPECT_EQ(a.copy(0, 0, a.width(), alto), b.copy(0, 0, b.width(), alto));
     EXPECT_NE(a, b); // "di ..." against the real count
+
+    // Empty lines under the body's last mark make no page of their own.
+    const Modello breve = LeggiModello(QStringLiteral("<p>Fine</p>") + QString("<br>").repeated(200));
+    EXPECT_EQ(Impaginazione(breve, CompilaModello(breve, DatiReport())).pagine(), 1);
 }
 
 // A long report opens on the pages of its first rows; the whole layout then
@@ -99,14 +103,19 @@ TEST(FinestraAnteprima, PrimaLePrimePagine)
 
 // The PDF of a preview comes from the layout made for the screen: asked for
 // while the whole is being laid out, it waits for it and has every page.
+// The file offered is the module's name in the prints folder.
 TEST(FinestraAnteprima, PdfDaiFogliDellaVista)
 {
+    StatoSalvato stato;
     CartellaProva dir;
+    impostazioni().PathStampe = dir.percorso() + QLatin1Char('/');
     const QString file = dir.file(QStringLiteral("vista.pdf"));
+    QString proposto;
     installaGestoreModale([&](QDialog &d) {
         auto *fd = qobject_cast<QFileDialog *>(&d);
         if (!fd)
             return int(QDialog::Rejected);
+        proposto = fd->selectedFiles().value(0);
         fd->selectFile(file);
         return int(QDialog::Accepted);
     });
@@ -115,6 +124,7 @@ TEST(FinestraAnteprima, PdfDaiFogliDellaVista)
     FinestraAnteprima f(modello, CompilaModello(modello, dati), QString(), &dati);
     Premi(f, "pdf");
     installaGestoreModale({});
+    EXPECT_EQ(proposto, dir.file(QStringLiteral("Prova.pdf")));
     EXPECT_TRUE(f.completa());
     QFile pdf(file);
     ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
