@@ -11,15 +11,16 @@
 #include "reports/CaricaDati.h"
 #include "reports/Renderer.h"
 #include "reports/Staging.h"
+#include "tests/reports/TestoPdf.h"
 
 #include <QDialog>
-#include <QProcess>
 #include <QRegularExpression>
 
 #include <gtest/gtest.h>
 
 using namespace sorvane;
 using sorvane::prova::A;
+using sorvane::prova::PagineTestoPdf;
 using sorvane::prova::ProvaDistinte;
 
 namespace {
@@ -246,19 +247,6 @@ TEST_F(StampaDist, PassoFallito)
 
 namespace {
 
-// The text of each page of a PDF, laid out as on paper.
-QStringList TestoPagine(const QString &pdf)
-{
-    QProcess lettore;
-    lettore.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, "-"});
-    if (!lettore.waitForFinished(60000))
-        return {};
-    QStringList pagine = QString::fromUtf8(lettore.readAllStandardOutput()).split(u'\f');
-    while (!pagine.isEmpty() && pagine.constLast().trimmed().isEmpty())
-        pagine.removeLast();
-    return pagine;
-}
-
 // The staged rows printed on paper by the installed module, page by page.
 QStringList SuCarta(const QString &modulo, const QString &cartella)
 {
@@ -273,7 +261,7 @@ QStringList SuCarta(const QString &modulo, const QString &cartella)
     const QString pdf = cartella + QLatin1Char('/') + modulo + QStringLiteral(".pdf");
     if (!SalvaPdf(pdf, modello, compilato))
         return {};
-    return TestoPagine(pdf);
+    return PagineTestoPdf(pdf);
 }
 
 // An amount as the slip prints it, as a pattern.
@@ -287,9 +275,14 @@ QString Euro(double importo)
 // Sixty movements of a firm on paper, as the office prints them: the
 // firm's block and the heading on every page, each movement once, the
 // codes with their stars, the continuation of a switch, the signed total.
+// A reason as long as the field and codes as long as theirs keep to one
+// line, no word cut in two.
 TEST_F(StampaDist, DistintaPerDittaSuCarta)
 {
-    const QString causali[] = {QStringLiteral("001"), QStringLiteral("ABC")};
+    const QString lunga = QStringLiteral("LIQUIDAZIONE POLIZZA");
+    Scrivi(QStringLiteral("INSERT INTO DistCausali VALUES (?, ?, ?)"),
+           {QStringLiteral("LQP"), lunga, "-"});
+    const QString causali[] = {QStringLiteral("001"), QStringLiteral("LQP")};
     double totale = 0;
     for (int i = 1; i <= 60; ++i) {
         const bool uscita = i % 5 == 0;
@@ -297,7 +290,7 @@ TEST_F(StampaDist, DistintaPerDittaSuCarta)
         totale += uscita ? -importo : importo;
         RigaDistinta r = Riga(
             i, "0", Oggi - 60 + i, 12 + i % 3, Arca,
-            {QStringLiteral("FND%1").arg(i, 3, 10, QLatin1Char('0')) + (i % 2 ? A : ""),
+            {QStringLiteral("AZIONARIOEUR%1").arg(i, 3, 10, QLatin1Char('0')) + (i % 2 ? A : ""),
              QStringLiteral("POL%1").arg(i) + (i % 3 ? "" : A)},
             importo);
         r.dstCausale = causali[uscita];
@@ -333,9 +326,10 @@ TEST_F(StampaDist, DistintaPerDittaSuCarta)
         SCOPED_TRACE(i);
         // The cheque is the movement's own: each once, none lost at a break.
         EXPECT_EQ(tutto.count(QString::number(500000 + i)), 1);
-        const QString fnd = QStringLiteral("FND%1").arg(i, 3, 10, QLatin1Char('0'));
+        const QString fnd = QStringLiteral("AZIONARIOEUR%1").arg(i, 3, 10, QLatin1Char('0'));
         EXPECT_TRUE(tutto.contains(QRegularExpression(fnd + (i % 2 ? "(?!\\*)\\b" : "\\*"))));
     }
+    EXPECT_EQ(tutto.count(lunga), 12);
     EXPECT_TRUE(tutto.contains(QRegularExpression("giro .*GIRO7 +VECCHIO7\\*")));
     EXPECT_TRUE(tutto.contains(QRegularExpression("- +" + Euro(1000 + 5 * 37.25))));
     const QString &ultima = pagine.constLast();
