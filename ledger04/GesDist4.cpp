@@ -191,7 +191,7 @@ QWidget *GesDist4::costruisciLista()
     connect(m_grid, &QTableView::doubleClicked, this,
             [this](const QModelIndex &i) { ApriRiga(i.row()); });
     const int c = fontMetrics().horizontalAdvance(QLatin1Char('0'));
-    const int larghezze[ColonneLista04] = {10, 10, 30, 30, 20, 4, 14};
+    const int larghezze[ColonneLista04] = {8, 10, 20, 18, 14, 4, 12};
     for (int i = 0; i < ColonneLista04; ++i)
         m_grid->setColumnWidth(i, larghezze[i] * c + 12);
     colonna->addWidget(m_grid, 1);
@@ -224,12 +224,12 @@ QWidget *GesDist4::costruisciFiltri()
     g->addLayout(InFila({m_txt[10], m_txt[11], m_txt[12], m_spin1, m_cmdData[1]}), 0, 1);
     g->addWidget(Etichetta(QStringLiteral("al "), riquadro), 0, 2);
     g->addLayout(InFila({m_txt[13], m_txt[14], m_txt[15], m_spin2, m_cmdData[2]}), 0, 3);
-    g->addWidget(Etichetta(QStringLiteral("Ditta"), riquadro), 0, 4);
-    g->addLayout(InFila({m_cmbSoc1}), 0, 5);
     g->addWidget(Etichetta(QStringLiteral("Cliente"), riquadro), 1, 0);
     g->addLayout(InFila({m_txt[16], m_txt[17], m_chkClose}), 1, 1, 1, 3);
     g->addWidget(Etichetta(QStringLiteral("Gruppo"), riquadro), 1, 4);
     g->addLayout(InFila({m_lbTeam}), 1, 5);
+    g->addWidget(Etichetta(QStringLiteral("Ditta"), riquadro), 2, 0);
+    g->addLayout(InFila({m_cmbSoc1}), 2, 1, 1, 3);
     g->setColumnStretch(5, 1);
 
     connect(m_spin1, &PulsanteSpin::passo, this, [this](int p) { spin(Campo04GiornoDal, p); });

@@ -146,7 +146,7 @@ void InsSald4::costruisci()
     m_grid->setModel(m_data1);
     PreparaGrigliaDistinte(m_grid, new QStyledItemDelegate(m_grid), this);
     const int c = fontMetrics().horizontalAdvance(QLatin1Char('0'));
-    const int larghezze[ColonneLista04] = {10, 10, 28, 30, 20, 4, 14};
+    const int larghezze[ColonneLista04] = {8, 10, 20, 18, 14, 4, 12};
     for (int i = 0; i < ColonneLista04; ++i)
         m_grid->setColumnWidth(i, larghezze[i] * c + 12);
 
