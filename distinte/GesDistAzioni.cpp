@@ -166,6 +166,10 @@ void GesDist::Elimina()
                                         + QStringLiteral("\nIL MOVIMENTO E' RIMASTO COM'ERA"),
                                     esito.errore);
         Messaggio(s.TestoErrore, QString(), Icona::Stop);
+        // Nothing was deleted: the movement stays in the form, to try again
+        // or to leave.
+        m_apriRicerca = false;
+        return;
     }
     aggiorna();
     tornaAllaLista();

@@ -273,7 +273,20 @@ TEST_F(ProvaGesDist, EliminaUnMovimentoDiDueRigheSoloSeConfermato)
     EXPECT_EQ(Valore("SELECT COUNT(*) FROM Distinte WHERE dstCodice = 2").toInt(), 2);
     EXPECT_TRUE(s.pctMod()->isVisible());
 
+    // A delete that fails on the second row leaves both, and the form up.
     m_conferma = Risposta::Si;
+    Scrivi(QStringLiteral("CREATE TRIGGER dati.NoElimina BEFORE DELETE ON Distinte "
+                          "WHEN OLD.dstPrg = '1' BEGIN SELECT RAISE(ABORT, 'bloccata'); END"));
+    m_messaggi.pulisci();
+    Premi(s.cmdDEL());
+    ASSERT_EQ(m_messaggi.richieste().size(), 2);
+    EXPECT_EQ(m_messaggi.richieste().last().icona, Icona::Stop);
+    EXPECT_EQ(Valore("SELECT COUNT(*) FROM Distinte WHERE dstCodice = 2").toInt(), 2);
+    EXPECT_TRUE(s.pctMod()->isVisible());
+    EXPECT_FALSE(s.pctLista()->isEnabled());
+    EXPECT_EQ(s.CodiceMovimento(), 2);
+
+    Scrivi(QStringLiteral("DROP TRIGGER dati.NoElimina"));
     Premi(s.cmdDEL());
     EXPECT_EQ(Valore("SELECT COUNT(*) FROM Distinte WHERE dstCodice = 2").toInt(), 0);
     EXPECT_FALSE(s.pctMod()->isVisible());
