@@ -20,7 +20,10 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QKeyEvent>
 #include <QPushButton>
+#include <QStyleOptionFocusRect>
+#include <QStylePainter>
 #include <QTableView>
 #include <QTimer>
 #include <QToolButton>
@@ -43,7 +46,7 @@ struct Misura
 Misura MisuraCampo(int indice)
 {
     if (indice >= CampoPrimoProdotto && indice <= CampoUltimoGiro)
-        return {14, 8}; // a product code: the mark takes the fifteenth
+        return {14, 12}; // a product code: the mark takes the fifteenth
     switch (indice) {
     case CampoGiorno:
     case CampoMese:
@@ -107,10 +110,13 @@ QPushButton *Pulsante(const QString &testo, const QString &nome, QWidget *padre)
 
 PulsanteSpin::PulsanteSpin(QWidget *padre) : QWidget(padre)
 {
+    // One stop of the Tab for the pair; the arrow keys step as the arrows do.
+    setFocusPolicy(Qt::StrongFocus);
     auto *colonna = new QVBoxLayout(this);
-    colonna->setContentsMargins(0, 0, 0, 0);
+    // Room around the arrows for the mark of the focus.
+    colonna->setContentsMargins(2, 2, 2, 2);
     colonna->setSpacing(0);
-    const int alto = fontMetrics().height() / 2 + 3;
+    const int alto = fontMetrics().height() / 2 + 1;
     for (Qt::ArrowType verso : {Qt::UpArrow, Qt::DownArrow}) {
         auto *b = new QToolButton(this);
         b->setArrowType(verso);
@@ -124,13 +130,34 @@ PulsanteSpin::PulsanteSpin(QWidget *padre) : QWidget(padre)
     }
 }
 
+void PulsanteSpin::keyPressEvent(QKeyEvent *evento)
+{
+    if (evento->key() == Qt::Key_Up || evento->key() == Qt::Key_Down)
+        emit passo(evento->key() == Qt::Key_Up ? 1 : -1);
+    else
+        QWidget::keyPressEvent(evento);
+}
+
+void PulsanteSpin::paintEvent(QPaintEvent *evento)
+{
+    QWidget::paintEvent(evento);
+    if (!hasFocus())
+        return;
+    QStylePainter pittore(this);
+    QStyleOptionFocusRect opzione;
+    opzione.initFrom(this);
+    opzione.backgroundColor = palette().color(QPalette::Window);
+    pittore.drawPrimitive(QStyle::PE_FrameFocusRect, opzione);
+}
+
 GesDist::GesDist(QWidget *padre) : QWidget(padre)
 {
     setObjectName(QStringLiteral("GesDist"));
     setWindowTitle(QStringLiteral("GESTIONE DISTINTA DOCUMENTI"));
     costruisci();
-    // The design size: the whole list in view on a common screen.
-    resize(1220, 720);
+    // The design size: within the capped screen of the size rules, every
+    // filter field and the change form in view.
+    resize(800, 600);
     carica();
 }
 
@@ -203,16 +230,18 @@ QWidget *GesDist::costruisciFiltri()
         nuovoCampo(i, riquadro);
     m_spin1 = new PulsanteSpin(riquadro);
     m_spin1->setObjectName(QStringLiteral("SpinButton1"));
+    m_spin1->setAccessibleName(QStringLiteral("Dal: un giorno avanti o indietro"));
     m_spin2 = new PulsanteSpin(riquadro);
     m_spin2->setObjectName(QStringLiteral("SpinButton2"));
+    m_spin2->setAccessibleName(QStringLiteral("al: un giorno avanti o indietro"));
     m_cmdData = new QPushButton(QStringLiteral("..."), riquadro);
     m_cmdData->setObjectName(QStringLiteral("cmdData"));
     m_cmdData->setToolTip(QStringLiteral("Calendario"));
+    m_cmdData->setAccessibleName(QStringLiteral("Calendario"));
     m_cmdData->setFixedWidth(3 * fontMetrics().horizontalAdvance(QLatin1Char('M')));
-    m_cmdData->setFocusPolicy(Qt::NoFocus);
+    m_cmdData->setAutoDefault(false);
     m_cmbSoc1 = new QComboBox(riquadro);
     m_cmbSoc1->setObjectName(QStringLiteral("cmbSoc_1"));
-    m_cmbSoc1->setMinimumWidth(22 * fontMetrics().horizontalAdvance(QLatin1Char('M')));
     m_check1 = new QCheckBox(QStringLiteral("Anche chiusi"), riquadro);
     m_check1->setObjectName(QStringLiteral("Check1"));
 
@@ -220,12 +249,12 @@ QWidget *GesDist::costruisciFiltri()
     g->addLayout(InFila({m_txt[21], m_txt[22], m_txt[23], m_spin1, m_cmdData}), 0, 1);
     g->addWidget(Etichetta(QStringLiteral("al "), riquadro), 0, 2);
     g->addLayout(InFila({m_txt[24], m_txt[25], m_txt[26], m_spin2}), 0, 3);
-    g->addWidget(Etichetta(QStringLiteral("Cliente"), riquadro), 0, 4);
-    g->addLayout(InFila({m_txt[27], m_txt[28]}), 0, 5);
-    g->addWidget(Etichetta(QStringLiteral("Ditta"), riquadro), 1, 0);
-    g->addLayout(InFila({m_cmbSoc1}), 1, 1, 1, 3);
-    g->addLayout(InFila({m_check1}), 1, 5);
-    g->setColumnStretch(5, 1);
+    g->addWidget(Etichetta(QStringLiteral("Cliente"), riquadro), 1, 0);
+    g->addLayout(InFila({m_txt[27], m_txt[28]}), 1, 1, 1, 4);
+    g->addWidget(Etichetta(QStringLiteral("Ditta"), riquadro), 2, 0);
+    g->addLayout(InFila({m_cmbSoc1}), 2, 1, 1, 3);
+    g->addLayout(InFila({m_check1}), 2, 4);
+    g->setColumnStretch(4, 1);
     g->setColumnMinimumWidth(2, 4 * fontMetrics().horizontalAdvance(QLatin1Char('M')));
 
     connect(m_spin1, &PulsanteSpin::passo, this, [this](int giorni) {
@@ -255,7 +284,8 @@ QWidget *GesDist::costruisciPulsanti()
                                 QStringLiteral("&STAMPA")};
     for (int i = 0; i < titoli.size(); ++i)
         m_command1.append(Pulsante(titoli[i], QStringLiteral("Command1_%1").arg(i), riquadro));
-    m_cmdExcel = Pulsante(QStringLiteral("&EXCEL"), QStringLiteral("cmdExcel"), riquadro);
+    // X, since ESTRAI holds the E.
+    m_cmdExcel = Pulsante(QStringLiteral("E&XCEL"), QStringLiteral("cmdExcel"), riquadro);
     r->addWidget(m_command1[1]);
     r->addWidget(m_command1[2]);
     r->addWidget(m_cmdExcel);
@@ -289,10 +319,8 @@ QWidget *GesDist::costruisciModifica()
     m_label2->setFont(grassetto);
     m_cmbSoc0 = new QComboBox(riquadro);
     m_cmbSoc0->setObjectName(QStringLiteral("cmbSoc_0"));
-    m_cmbSoc0->setMinimumWidth(22 * m);
     m_cmbBanca = new QComboBox(riquadro);
     m_cmbBanca->setObjectName(QStringLiteral("cmbBanca"));
-    m_cmbBanca->setMinimumWidth(10 * m);
     m_cauDes = new QLabel(riquadro);
     m_cauDes->setObjectName(QStringLiteral("CauDes"));
     m_cauDes->setMinimumWidth(24 * m);
@@ -315,24 +343,27 @@ QWidget *GesDist::costruisciModifica()
     g->addLayout(InFila({m_txt[12], m_txt[13], m_txt[14], m_txt[15], m_txt[16]}), 5, 1, 1, 3);
     g->addWidget(Etichetta(QStringLiteral("Imp."), riquadro), 6, 0);
     auto *importi = InFila({m_txt[17], m_txt[18]}, false);
-    for (auto [testo, w] : {std::pair{QStringLiteral("Ass."), static_cast<QWidget *>(m_txt[19])},
-                            std::pair{QStringLiteral("Spese UT"),
-                                      static_cast<QWidget *>(m_txt[20])},
-                            std::pair{QStringLiteral("Banca"),
-                                      static_cast<QWidget *>(m_cmbBanca)}}) {
+    for (auto [testo, campo] : {std::pair{QStringLiteral("Ass."), m_txt[19]},
+                                std::pair{QStringLiteral("Spese UT"), m_txt[20]}}) {
         importi->addSpacing(m);
         importi->addWidget(Etichetta(testo, riquadro));
-        importi->addWidget(w);
+        importi->addWidget(campo);
     }
     importi->addStretch(1);
     g->addLayout(importi, 6, 1, 1, 3);
-    auto *pulsanti = new QVBoxLayout;
+    // The bank on a row of its own: its longest name does not fit beside
+    // the amounts.
+    g->addWidget(Etichetta(QStringLiteral("Banca"), riquadro), 7, 0);
+    g->addLayout(InFila({m_cmbBanca}), 7, 1, 1, 3);
+    // The buttons under the form, as the list's under the filter: the width
+    // goes to the product codes.
+    auto *pulsanti = new QHBoxLayout;
     pulsanti->setSpacing(8);
     pulsanti->addWidget(m_cmdMOD);
     pulsanti->addWidget(m_cmdDEL);
     pulsanti->addStretch(1);
     pulsanti->addWidget(m_cndEND);
-    g->addLayout(pulsanti, 1, 4, 6, 1);
+    g->addLayout(pulsanti, 8, 0, 1, 4);
     g->setColumnStretch(3, 1);
 
     connect(m_cmdMOD, &QPushButton::clicked, this, &GesDist::Conferma);
@@ -350,18 +381,14 @@ void GesDist::costruisciGriglia()
     PreparaGrigliaDistinte(m_grid, new DelegatoDistinte(m_grid), this);
     connect(m_grid, &QTableView::doubleClicked, this,
             [this](const QModelIndex &i) { DoppioClick(i.row(), i.column()); });
-
-    // Design widths, in characters, before the remembered ones.
-    const int c = fontMetrics().horizontalAdvance(QLatin1Char('0'));
-    const int larghezze[ColonneGestione] = {6, 1, 10, 22, 7, 7, 7, 7, 7, 15, 3, 12, 10, 9, 6, 8};
-    for (int i = 0; i < ColonneGestione; ++i)
-        m_grid->setColumnWidth(i, larghezze[i] * c + 10);
 }
 
 void GesDist::ordineTab()
 {
     // The firm after the movement's date, the bank after the expenses; in the
-    // filter, the client's name leads to the extraction.
+    // filter, the client's name leads to the extraction. The date's arrows and
+    // calendar come after the grid, just before the first date again, so that
+    // Enter through the filter's fields never stops on them.
     QList<QWidget *> ordine;
     for (int i = CampoGiorno; i <= CampoSpese; ++i) {
         ordine.append(m_txt[i]);
@@ -372,7 +399,7 @@ void GesDist::ordineTab()
     for (int i = CampoGiornoDal; i <= CampoNomeFiltro; ++i)
         ordine.append(m_txt[i]);
     ordine << m_command1[1] << m_command1[2] << m_cmdExcel << m_command1[0] << m_cmbSoc1
-           << m_check1 << m_grid;
+           << m_check1 << m_grid << m_spin1 << m_cmdData << m_spin2;
     for (int i = 1; i < ordine.size(); ++i)
         setTabOrder(ordine[i - 1], ordine[i]);
 }
@@ -387,10 +414,13 @@ void GesDist::carica()
     const std::int16_t fermo = s.CodiceStop;
     caricaCombo();
     PulisciFiltri();
+    // The hidden form takes no focus: its fields are not entered nor left.
     m_pctMod->hide();
+    m_pctMod->setEnabled(false);
     m_pctLista->setEnabled(true);
     m_command1[2]->hide();
     m_cmdExcel->hide();
+    LarghezzeDiApertura(m_grid);
     CaricaLayoutGriglia(m_grid, ChiaveGriglia, 0);
     s.CodiceStop = fermo;
 }

@@ -42,6 +42,10 @@ public:
 signals:
     void passo(int giorni);
 
+protected:
+    void keyPressEvent(QKeyEvent *evento) override;
+    void paintEvent(QPaintEvent *evento) override;
+
 private:
     QToolButton *m_su;
     QToolButton *m_giu;

@@ -95,6 +95,7 @@ void GesDist::apriModifica(std::int32_t codice)
     m_label2->setText(QStringLiteral("MODIFICA MOVIMENTO N. ") + QString::number(codice));
     // The form takes the focus before the list lets it go, so that no
     // other field is entered and left on the way.
+    m_pctMod->setEnabled(true);
     m_pctMod->show();
     vaiA(CampoGiorno);
     m_pctLista->setEnabled(false);
@@ -184,6 +185,7 @@ void GesDist::tornaAllaLista()
     m_pctLista->setEnabled(true);
     m_grid->setFocus(Qt::OtherFocusReason);
     m_pctMod->hide();
+    m_pctMod->setEnabled(false);
     m_codiceMovimento = 0;
     m_originale.reset();
     m_apriRicerca = false;

@@ -57,7 +57,7 @@ FormaCampo Forma(int indice)
     case CampoImporto: return {0, 13};
     case CampoSpese: return {0, 9};
     case CampoAssegno: return {15, 11};
-    default: return {14, 8}; // product slices: the mark takes the fifteenth
+    default: return {14, 12}; // product slices: the mark takes the fifteenth
     }
 }
 
@@ -102,8 +102,9 @@ InsDist::InsDist(QWidget *padre) : QWidget(padre)
     setObjectName(QStringLiteral("InsDist"));
     setWindowTitle(QStringLiteral("INSERIMENTO MOVIMENTI NELLA DISTINTA DOCUMENTI"));
     costruisci();
-    // The design size: the whole grid in view on a common screen.
-    resize(1200, 700);
+    // The design size: within the capped screen of the size rules, every
+    // field in view.
+    resize(800, 600);
     carica();
 }
 
@@ -149,6 +150,9 @@ void InsDist::costruisci()
            << m_grid;
     for (int i = 1; i < ordine.size(); ++i)
         setTabOrder(ordine[i - 1], ordine[i]);
+    // The calendar last, just before the day again: Enter through the date
+    // never stops on it.
+    setTabOrder(m_grid, m_cmdData);
 }
 
 QWidget *InsDist::costruisciCampi()
@@ -183,12 +187,11 @@ QWidget *InsDist::costruisciCampi()
 
     m_cmdData = new QPushButton(QStringLiteral("..."), riquadro);
     m_cmdData->setToolTip(QStringLiteral("Calendario"));
+    m_cmdData->setAccessibleName(QStringLiteral("Calendario"));
     m_cmdData->setFixedWidth(3 * m);
-    m_cmdData->setFocusPolicy(Qt::NoFocus);
+    m_cmdData->setAutoDefault(false);
     m_cmbSoc = new QComboBox(riquadro);
-    m_cmbSoc->setMinimumWidth(22 * m);
     m_cmbBanca = new QComboBox(riquadro);
-    m_cmbBanca->setMinimumWidth(10 * m);
     m_cauDes = new QLabel(riquadro);
     m_cauDes->setMinimumWidth(24 * m);
 
@@ -211,17 +214,20 @@ QWidget *InsDist::costruisciCampi()
     g->addLayout(riga({m_txt[12], m_txt[13], m_txt[14], m_txt[15], m_txt[16]}), r, 1, 1, 3);
     ++r;
     g->addWidget(Etichetta(QStringLiteral("Importo"), riquadro), r, 0);
+    // Amount and cheque, then bank and expenses: the order of moving, and
+    // room for the longest bank.
     auto *importi = riga({m_txt[17], m_txt[18]});
     importi->insertSpacing(importi->count() - 1, m);
-    for (auto [testo, w] : {std::pair{QStringLiteral("Ass."), static_cast<QWidget *>(m_txt[19])},
-                            std::pair{QStringLiteral("Banca"), static_cast<QWidget *>(m_cmbBanca)},
-                            std::pair{QStringLiteral("Spese UT"),
-                                      static_cast<QWidget *>(m_txt[20])}}) {
-        importi->insertWidget(importi->count() - 1, Etichetta(testo, riquadro));
-        importi->insertWidget(importi->count() - 1, w);
-        importi->insertSpacing(importi->count() - 1, m);
-    }
+    importi->insertWidget(importi->count() - 1, Etichetta(QStringLiteral("Ass."), riquadro));
+    importi->insertWidget(importi->count() - 1, m_txt[19]);
     g->addLayout(importi, r, 1, 1, 3);
+    ++r;
+    g->addWidget(Etichetta(QStringLiteral("Banca"), riquadro), r, 0);
+    auto *banca = riga({m_cmbBanca});
+    banca->insertSpacing(banca->count() - 1, m);
+    banca->insertWidget(banca->count() - 1, Etichetta(QStringLiteral("Spese UT"), riquadro));
+    banca->insertWidget(banca->count() - 1, m_txt[20]);
+    g->addLayout(banca, r, 1, 1, 3);
     g->setColumnStretch(3, 1);
     connect(m_cmdData, &QPushButton::clicked, this, &InsDist::ScegliData);
     return riquadro;
@@ -242,7 +248,8 @@ QWidget *InsDist::costruisciPulsanti()
         b->setAutoDefault(false);
         m_command1.append(b);
     }
-    m_cmdExcel = new QPushButton(QStringLiteral("&EXCEL"), riquadro);
+    // X, as on the management screen, where ESTRAI holds the E.
+    m_cmdExcel = new QPushButton(QStringLiteral("E&XCEL"), riquadro);
     m_cmdExcel->setObjectName(QStringLiteral("cmdExcel"));
     m_cmdExcel->setMinimumWidth(120);
     m_cmdExcel->setAutoDefault(false);
@@ -303,11 +310,7 @@ void InsDist::carica()
         QString errore;
         if (!m_data1->Carica(QueryGrigliaBk(), &errore))
             Messaggio(ErroreTemporaneo + QLatin1Char('\n') + errore, QString(), Icona::Stop);
-        // Design widths, in characters, before the remembered ones.
-        const int m = fontMetrics().horizontalAdvance(QLatin1Char('0'));
-        const int larghezze[ColonneBk] = {6, 2, 10, 12, 16, 6, 6, 6, 6, 6, 13, 4, 12, 9, 7, 8};
-        for (int c = 0; c < ColonneBk; ++c)
-            m_grid->setColumnWidth(c, larghezze[c] * m + 8);
+        LarghezzeDiApertura(m_grid);
         CaricaLayoutGriglia(m_grid, ChiaveGriglia, 0);
         mostraSalvataggio();
     }

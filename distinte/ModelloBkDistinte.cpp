@@ -91,6 +91,13 @@ void ModelloBkDistinte::Aggiorna()
         fetchMore();
 }
 
+int ModelloBkDistinte::columnCount(const QModelIndex &padre) const
+{
+    // The columns stand while the grid lets go of its rows (a save that
+    // fails halfway, a query that fails), so that their widths stay.
+    return padre.isValid() ? 0 : int(ColonneBk);
+}
+
 bool ModelloBkDistinte::secondaRiga(int riga) const
 {
     return QSqlQueryModel::data(index(riga, ColRiga)).toString().trimmed() != RigaPrincipale;

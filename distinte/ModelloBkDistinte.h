@@ -50,6 +50,7 @@ public:
     void Aggiorna();
     QString Query() const { return m_query; }
 
+    int columnCount(const QModelIndex &padre = QModelIndex()) const override;
     QVariant data(const QModelIndex &indice, int ruolo = Qt::DisplayRole) const override;
     QVariant headerData(int sezione, Qt::Orientation verso,
                         int ruolo = Qt::DisplayRole) const override;

@@ -294,6 +294,26 @@ TEST_F(ProvaGesDist, EliminaUnMovimentoDiDueRigheSoloSeConfermato)
     EXPECT_EQ(Elenco(), QStringList({"5/1", "1/0"}));
 }
 
+TEST_F(ProvaGesDist, LeColonneApronoLargheQuantoIlLoroContenuto)
+{
+    // A code of 15 characters, the longest bank on file.
+    const QString banca = QStringLiteral("CREDITO COOPERATIVO DI OGGIONO");
+    Scrivi(QStringLiteral("INSERT INTO DistBanche (CodBanca) VALUES (?)"), {banca});
+    Scrivi(QStringLiteral("UPDATE Distinte SET dstCodP0 = ?, dstBanca = ? WHERE dstCodice = 1"),
+           {QStringLiteral("ADDOBILANC20241"), banca});
+    GesDist &s = ApriEdEstrai();
+    // What the cells' text needs, by the grid's own measure.
+    QAbstractItemView *g = s.TDBGrid1();
+    for (int colonna : {int(GesPrimoCodice), int(GesBanca), int(GesNominativo)})
+        EXPECT_GE(s.TDBGrid1()->columnWidth(colonna), g->sizeHintForColumn(colonna)) << colonna;
+    // The spare width is left blank, not given to the last column.
+    EXPECT_LT(s.TDBGrid1()->columnWidth(GesSpese), s.TDBGrid1()->columnWidth(GesBanca));
+    // The form's bank shows whole as well.
+    DoppioClick(RigaDi(1), GesNominativo);
+    ASSERT_EQ(s.cmbBanca()->currentText(), banca);
+    EXPECT_GE(s.cmbBanca()->width(), s.cmbBanca()->sizeHint().width());
+}
+
 TEST_F(ProvaGesDist, UnaSecondaRigaSolaRiavraLaSuaRigaPrincipale)
 {
     GesDist &s = ApriEdEstrai();
