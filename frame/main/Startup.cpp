@@ -33,6 +33,9 @@ namespace sorvane {
 
 namespace {
 
+// The caption a screen's window gives the frame.
+const char *const ProprietaTitolo = "titoloCornice";
+
 // The frame's design size in twips.
 constexpr int LarghezzaCornice = 9600;
 constexpr int AltezzaCornice = 7200;
@@ -58,7 +61,8 @@ QColor ColoreClassico(qint64 valore)
 Startup::Startup(QWidget *parent) : QMainWindow(parent)
 {
     setObjectName(QStringLiteral("Startup"));
-    setWindowTitle(QStringLiteral("SORVANE"));
+    m_titolo = QStringLiteral("SORVANE");
+    setWindowTitle(m_titolo);
     TerminaProcesso = [](int codice) { QCoreApplication::exit(codice); };
 
     auto *centro = new QWidget(this);
@@ -80,6 +84,10 @@ Startup::Startup(QWidget *parent) : QMainWindow(parent)
 
     m_area = new QMdiArea(centro);
     m_area->setObjectName(QStringLiteral("AreaSchermi"));
+    connect(m_area, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow *sotto) {
+        if (sotto)
+            aggiornaTitolo();
+    });
     colonna->addWidget(Picture1);
     colonna->addWidget(m_area, 1);
     setCentralWidget(centro);
@@ -193,7 +201,8 @@ bool Startup::MDIForm_Load()
     s.NomeUtenteBreve = NomeUtente().left(5);
     LeggiPercorsi();
     CaricaImpostazioni();
-    setWindowTitle(QStringLiteral("(") + s.CodiceOperatore + QStringLiteral(")"));
+    m_titolo = QStringLiteral("(") + s.CodiceOperatore + QStringLiteral(")");
+    setWindowTitle(m_titolo);
 
     // The frame stands while the files open, so that their progress shows.
     Picture1->show();
@@ -269,15 +278,41 @@ void Startup::closeEvent(QCloseEvent *evento)
     evento->accept();
 }
 
-QMdiSubWindow *Startup::apri(QWidget *schermo, bool riempi)
+// The frame's caption is the one of the screen in hand: the small tables'
+// own, or the frame's with the screen's title as a desktop frame shows it;
+// its own again once no screen is open.
+QMdiSubWindow *Startup::apri(QWidget *schermo, bool riempi, const QString &titolo)
 {
     schermo->setAttribute(Qt::WA_DeleteOnClose);
+    const QSize progetto = schermo->size();
     QMdiSubWindow *sotto = m_area->addSubWindow(schermo);
+    // The area would size the window by its layout's hint; the screen opens
+    // at its design size, the window's border around it.
+    if (schermo->testAttribute(Qt::WA_Resized))
+        sotto->resize(progetto + sotto->sizeHint() - schermo->sizeHint());
+    sotto->setProperty(ProprietaTitolo, titolo);
+    // A screen that closes itself (its exit button) takes its window along:
+    // the area would keep an empty one. Queued, so that a window already
+    // going is not closed again.
+    connect(schermo, &QObject::destroyed, sotto, &QWidget::close, Qt::QueuedConnection);
+    // Once the area has let the closed screen go.
+    connect(sotto, &QObject::destroyed, this,
+            [this] { QTimer::singleShot(0, this, [this] { aggiornaTitolo(); }); });
+    setWindowTitle(titolo);
     if (riempi)
         sotto->showMaximized();
     else
         sotto->show();
     return sotto;
+}
+
+void Startup::aggiornaTitolo()
+{
+    QMdiSubWindow *sotto = m_area->activeSubWindow();
+    const QList<QMdiSubWindow *> aperti = m_area->subWindowList();
+    if (!sotto && !aperti.isEmpty())
+        sotto = aperti.last();
+    setWindowTitle(sotto ? sotto->property(ProprietaTitolo).toString() : m_titolo);
 }
 
 void Startup::Mu_GesDis_Click(int indice)
@@ -300,13 +335,16 @@ void Startup::Mu_GesDis_Click(int indice)
             setWindowState(windowState() & ~(Qt::WindowMaximized | Qt::WindowMinimized));
             const QSize bordo = frameGeometry().size() - size();
             resize(InPixel(c.larghezza) - bordo.width(), InPixel(c.altezza) - bordo.height());
-            setWindowTitle(c.titolo);
         }
         QWidget *schermo = fabbrica();
-        if (schermo && (!c.massimizzata || s.CodiceStop == 0))
-            apri(schermo, !c.massimizzata);
-        else
+        if (schermo && (!c.massimizzata || s.CodiceStop == 0)) {
+            const QString titolo =
+                c.massimizzata ? QStringLiteral("%1 - [%2]").arg(m_titolo, schermo->windowTitle())
+                               : c.titolo;
+            apri(schermo, !c.massimizzata, titolo);
+        } else {
             delete schermo;
+        }
     }
     s.CodiceStop = 0;
 }

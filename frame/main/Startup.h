@@ -70,9 +70,11 @@ protected:
 private:
     void costruisciMenu();
     void applicaSfondo();
-    QMdiSubWindow *apri(QWidget *schermo, bool riempi);
+    QMdiSubWindow *apri(QWidget *schermo, bool riempi, const QString &titolo);
+    void aggiornaTitolo();
 
     QMdiArea *m_area = nullptr;
+    QString m_titolo; // the frame's own caption, with no screen open
     std::int16_t m_IndiceMenu = 0;
     bool m_ConfigMancante = false;
     bool m_DaAprire = false;

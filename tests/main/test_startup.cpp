@@ -1,13 +1,22 @@
 #include "ProvaCornice.h"
 
+#include "distinte/ControllaCampo.h"
+#include "distinte/GesDist.h"
+#include "distinte/InsDist.h"
 #include "frame/core/Ini.h"
 #include "frame/main/InfZerlo.h"
 #include "frame/ui/Fine.h"
 #include "frame/ui/Finestra.h"
 #include "frame/ui/Schermo.h"
 
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
 #include <QCoreApplication>
+#include <QKeySequence>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -28,6 +37,69 @@ QWidget *SchermoFinto(const QString &nome, int codiceStop = 0)
     w->setObjectName(nome);
     sessione().CodiceStop = static_cast<std::int16_t>(codiceStop);
     return w;
+}
+
+void Attendi()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    for (int i = 0; i < 5; ++i)
+        QCoreApplication::processEvents();
+}
+
+// What a user acts on, in view and enabled; the parts of a control (a
+// grid's headings, a spin's arrows) are the control's own.
+QSet<QWidget *> Controlli(QWidget *schermo)
+{
+    auto controllo = [](QObject *w) {
+        return qobject_cast<QLineEdit *>(w) || qobject_cast<QComboBox *>(w)
+               || qobject_cast<QAbstractButton *>(w) || qobject_cast<QAbstractItemView *>(w)
+               || qobject_cast<PulsanteSpin *>(w);
+    };
+    QSet<QWidget *> controlli;
+    for (QWidget *w : schermo->findChildren<QWidget *>()) {
+        if (controllo(w) && !controllo(w->parent()) && w->isVisible() && w->isEnabled())
+            controlli.insert(w);
+    }
+    return controlli;
+}
+
+// What the walk and the screen differ in, by kind and name, for the message.
+QStringList Differenza(const QSet<QWidget *> &a, const QSet<QWidget *> &b)
+{
+    QStringList nomi;
+    for (QWidget *w : a - b)
+        nomi.append(QString::fromLatin1(w->metaObject()->className()) + ' ' + w->objectName()
+                    + ' ' + w->accessibleName());
+    return nomi;
+}
+
+// Tab from the field in focus round to it again: the controls on the way.
+QSet<QWidget *> GiroDelTab()
+{
+    QSet<QWidget *> raggiunti;
+    for (QWidget *w = QApplication::focusWidget(); w && !raggiunti.contains(w);
+         w = QApplication::focusWidget()) {
+        raggiunti.insert(w);
+        QTest::keyClick(w, Qt::Key_Tab);
+        Attendi();
+    }
+    return raggiunti;
+}
+
+// The letters of the buttons of a panel that may be pressed, one each.
+QStringList AcceleratoriDoppi(QWidget *pannello)
+{
+    QStringList visti;
+    QStringList doppi;
+    for (QAbstractButton *b : pannello->findChildren<QAbstractButton *>()) {
+        const QString tasto = QKeySequence::mnemonic(b->text()).toString();
+        if (tasto.isEmpty())
+            continue;
+        if (visti.contains(tasto))
+            doppi.append(b->text());
+        visti.append(tasto);
+    }
+    return doppi;
 }
 
 } // namespace
@@ -227,4 +299,83 @@ TEST_F(Avvio, UnoSchermoNellaCorniceSegueLeRegoleComuni)
     EXPECT_EQ(aperti[0]->windowTitle(), "GesBanca !");
     QTest::keyClick(schermo, Qt::Key_F8, Qt::ControlModifier);
     EXPECT_EQ(aperti[0]->windowTitle(), "BANCHE");
+}
+
+TEST_F(Avvio, IlMenuApreLaGestioneSenzaMessaggiEIlTitoloSegueLoSchermo)
+{
+    UsaIni(IniUfficio());
+    RegistraSchermo(1, [] { return new GesDist; });
+    RegistraSchermo(5, [] { return SchermoFinto("GesSoc"); });
+    ASSERT_TRUE(m_cornice->Avvia(QString()));
+    QApplication::setActiveWindow(m_cornice.get());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_cornice.get()));
+    QCoreApplication::processEvents(); // the first activation: index 9, nothing
+    m_messaggi.pulisci();
+
+    // The screen takes the focus on its first field: no field of its hidden
+    // form is entered and left on the way.
+    m_cornice->Mu_GesDis[1]->trigger();
+    Attendi();
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
+    const auto aperti = m_cornice->area()->subWindowList();
+    ASSERT_EQ(aperti.size(), 1);
+    auto *gestione = qobject_cast<GesDist *>(aperti[0]->widget());
+    ASSERT_NE(gestione, nullptr);
+    EXPECT_EQ(QApplication::focusWidget(), gestione->txt(CampoGiornoDal));
+
+    // The caption follows the screen that is open, and comes back after it;
+    // the screen's own exit takes its window along.
+    EXPECT_EQ(m_cornice->windowTitle(), "(UFFICIO) - [GESTIONE DISTINTA DOCUMENTI]");
+    gestione->Command1(0)->click();
+    Attendi();
+    EXPECT_TRUE(m_cornice->area()->subWindowList().isEmpty());
+    EXPECT_EQ(m_cornice->windowTitle(), "(UFFICIO)");
+    m_cornice->Mu_GesDis_Click(5);
+    EXPECT_EQ(m_cornice->windowTitle(), "GESTIONE DITTE PER LE DISTINTE");
+    m_cornice->area()->closeAllSubWindows();
+    Attendi();
+    EXPECT_EQ(m_cornice->windowTitle(), "(UFFICIO)");
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
+}
+
+TEST_F(Avvio, OgniControlloSiRaggiungeColTabEOgniAcceleratoreEUnico)
+{
+    UsaIni(IniUfficio());
+    RegistraSchermo(0, [] { return new InsDist; });
+    RegistraSchermo(1, [] { return new GesDist; });
+    ASSERT_TRUE(m_cornice->Avvia(QString()));
+    QApplication::setActiveWindow(m_cornice.get());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_cornice.get()));
+    Attendi();
+    // Leaving the fields on the way is checked: an amount is what they need.
+    m_messaggi.gestore = [](const Richiesta &) { return Risposta::Si; };
+
+    m_cornice->Mu_GesDis_Click(0);
+    Attendi();
+    auto *entrata = qobject_cast<InsDist *>(m_cornice->area()->activeSubWindow()->widget());
+    ASSERT_NE(entrata, nullptr);
+    entrata->txt(CampoImporto)->setText("1");
+    m_messaggi.pulisci();
+    QSet<QWidget *> giro = GiroDelTab();
+    EXPECT_EQ(Differenza(Controlli(entrata), giro), QStringList());
+    EXPECT_EQ(Differenza(giro, Controlli(entrata)), QStringList());
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
+    EXPECT_TRUE(AcceleratoriDoppi(entrata).isEmpty())
+        << qPrintable(AcceleratoriDoppi(entrata).join('|'));
+    m_cornice->area()->closeAllSubWindows();
+    Attendi();
+    m_messaggi.pulisci();
+
+    m_cornice->Mu_GesDis_Click(1);
+    Attendi();
+    auto *gestione = qobject_cast<GesDist *>(m_cornice->area()->activeSubWindow()->widget());
+    ASSERT_NE(gestione, nullptr);
+    giro = GiroDelTab();
+    EXPECT_EQ(Differenza(Controlli(gestione), giro), QStringList());
+    EXPECT_EQ(Differenza(giro, Controlli(gestione)), QStringList());
+    // The list's buttons and the form's are never pressed together.
+    for (QWidget *pannello : {gestione->pctLista(), gestione->pctMod()})
+        EXPECT_TRUE(AcceleratoriDoppi(pannello).isEmpty())
+            << qPrintable(AcceleratoriDoppi(pannello).join('|'));
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
 }
