@@ -63,14 +63,14 @@ QSet<QWidget *> Controlli(QWidget *schermo)
     return controlli;
 }
 
-// What the walk and the screen differ in, by kind and name, for the message.
-QStringList Differenza(const QSet<QWidget *> &a, const QSet<QWidget *> &b)
+// The walk reached every control, and nothing else.
+void StessiControlli(const QSet<QWidget *> &giro, const QSet<QWidget *> &controlli)
 {
-    QStringList nomi;
-    for (QWidget *w : a - b)
-        nomi.append(QString::fromLatin1(w->metaObject()->className()) + ' ' + w->objectName()
-                    + ' ' + w->accessibleName());
-    return nomi;
+    for (const auto &[a, b] : {std::pair(controlli, giro), std::pair(giro, controlli)}) {
+        for (QWidget *w : a - b)
+            ADD_FAILURE() << w->metaObject()->className() << ' ' << qPrintable(w->objectName())
+                          << ' ' << qPrintable(w->accessibleName());
+    }
 }
 
 // Tab from the field in focus round to it again: the controls on the way.
@@ -301,44 +301,10 @@ TEST_F(Avvio, UnoSchermoNellaCorniceSegueLeRegoleComuni)
     EXPECT_EQ(aperti[0]->windowTitle(), "BANCHE");
 }
 
-TEST_F(Avvio, IlMenuApreLaGestioneSenzaMessaggiEIlTitoloSegueLoSchermo)
-{
-    UsaIni(IniUfficio());
-    RegistraSchermo(1, [] { return new GesDist; });
-    RegistraSchermo(5, [] { return SchermoFinto("GesSoc"); });
-    ASSERT_TRUE(m_cornice->Avvia(QString()));
-    QApplication::setActiveWindow(m_cornice.get());
-    ASSERT_TRUE(QTest::qWaitForWindowActive(m_cornice.get()));
-    QCoreApplication::processEvents(); // the first activation: index 9, nothing
-    m_messaggi.pulisci();
-
-    // The screen takes the focus on its first field: no field of its hidden
-    // form is entered and left on the way.
-    m_cornice->Mu_GesDis[1]->trigger();
-    Attendi();
-    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
-    const auto aperti = m_cornice->area()->subWindowList();
-    ASSERT_EQ(aperti.size(), 1);
-    auto *gestione = qobject_cast<GesDist *>(aperti[0]->widget());
-    ASSERT_NE(gestione, nullptr);
-    EXPECT_EQ(QApplication::focusWidget(), gestione->txt(CampoGiornoDal));
-
-    // The caption follows the screen that is open, and comes back after it;
-    // the screen's own exit takes its window along.
-    EXPECT_EQ(m_cornice->windowTitle(), "(UFFICIO) - [GESTIONE DISTINTA DOCUMENTI]");
-    gestione->Command1(0)->click();
-    Attendi();
-    EXPECT_TRUE(m_cornice->area()->subWindowList().isEmpty());
-    EXPECT_EQ(m_cornice->windowTitle(), "(UFFICIO)");
-    m_cornice->Mu_GesDis_Click(5);
-    EXPECT_EQ(m_cornice->windowTitle(), "GESTIONE DITTE PER LE DISTINTE");
-    m_cornice->area()->closeAllSubWindows();
-    Attendi();
-    EXPECT_EQ(m_cornice->windowTitle(), "(UFFICIO)");
-    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
-}
-
-TEST_F(Avvio, OgniControlloSiRaggiungeColTabEOgniAcceleratoreEUnico)
+// The slip screens from the menu: no field checked on the way in, the
+// frame's caption theirs while they are open, every control on the Tab
+// chain, one accelerator a button.
+TEST_F(Avvio, GliSchermiDelleDistinteDalMenu)
 {
     UsaIni(IniUfficio());
     RegistraSchermo(0, [] { return new InsDist; });
@@ -346,36 +312,39 @@ TEST_F(Avvio, OgniControlloSiRaggiungeColTabEOgniAcceleratoreEUnico)
     ASSERT_TRUE(m_cornice->Avvia(QString()));
     QApplication::setActiveWindow(m_cornice.get());
     ASSERT_TRUE(QTest::qWaitForWindowActive(m_cornice.get()));
-    Attendi();
-    // Leaving the fields on the way is checked: an amount is what they need.
-    m_messaggi.gestore = [](const Richiesta &) { return Risposta::Si; };
-
-    m_cornice->Mu_GesDis_Click(0);
-    Attendi();
-    auto *entrata = qobject_cast<InsDist *>(m_cornice->area()->activeSubWindow()->widget());
-    ASSERT_NE(entrata, nullptr);
-    entrata->txt(CampoImporto)->setText("1");
-    m_messaggi.pulisci();
-    QSet<QWidget *> giro = GiroDelTab();
-    EXPECT_EQ(Differenza(Controlli(entrata), giro), QStringList());
-    EXPECT_EQ(Differenza(giro, Controlli(entrata)), QStringList());
-    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
-    EXPECT_TRUE(AcceleratoriDoppi(entrata).isEmpty())
-        << qPrintable(AcceleratoriDoppi(entrata).join('|'));
-    m_cornice->area()->closeAllSubWindows();
-    Attendi();
+    Attendi(); // the first activation: index 9, nothing
     m_messaggi.pulisci();
 
-    m_cornice->Mu_GesDis_Click(1);
+    m_cornice->Mu_GesDis[1]->trigger();
     Attendi();
     auto *gestione = qobject_cast<GesDist *>(m_cornice->area()->activeSubWindow()->widget());
     ASSERT_NE(gestione, nullptr);
-    giro = GiroDelTab();
-    EXPECT_EQ(Differenza(Controlli(gestione), giro), QStringList());
-    EXPECT_EQ(Differenza(giro, Controlli(gestione)), QStringList());
+    EXPECT_EQ(QApplication::focusWidget(), gestione->txt(CampoGiornoDal));
+    EXPECT_EQ(m_cornice->windowTitle(), "(UFFICIO) - [GESTIONE DISTINTA DOCUMENTI]");
+    StessiControlli(GiroDelTab(), Controlli(gestione));
     // The list's buttons and the form's are never pressed together.
     for (QWidget *pannello : {gestione->pctLista(), gestione->pctMod()})
         EXPECT_TRUE(AcceleratoriDoppi(pannello).isEmpty())
             << qPrintable(AcceleratoriDoppi(pannello).join('|'));
     EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
+    // Its own exit takes its window along and gives the frame its caption.
+    gestione->Command1(0)->click();
+    Attendi();
+    EXPECT_TRUE(m_cornice->area()->subWindowList().isEmpty());
+    EXPECT_EQ(m_cornice->windowTitle(), "(UFFICIO)");
+
+    m_cornice->Mu_GesDis_Click(0);
+    Attendi();
+    auto *entrata = qobject_cast<InsDist *>(m_cornice->area()->activeSubWindow()->widget());
+    ASSERT_NE(entrata, nullptr);
+    // The fields are checked as Tab leaves them: an amount is all they need.
+    entrata->txt(CampoImporto)->setText("1");
+    StessiControlli(GiroDelTab(), Controlli(entrata));
+    EXPECT_TRUE(AcceleratoriDoppi(entrata).isEmpty())
+        << qPrintable(AcceleratoriDoppi(entrata).join('|'));
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
+    m_messaggi.gestore = [](const Richiesta &) { return Risposta::Si; };
+    m_cornice->area()->closeAllSubWindows();
+    Attendi();
+    EXPECT_EQ(m_cornice->windowTitle(), "(UFFICIO)");
 }
