@@ -105,7 +105,17 @@ mu::data Variazione(const QVariant &v, int i)
 class Richieste
 {
 public:
-    explicit Richieste(Nomi nomi) : m_nomi(std::move(nomi)) {}
+    explicit Richieste(Nomi nomi) : m_nomi(std::move(nomi))
+    {
+        // "CCampo8=1": the field compared with a value, for a block that
+        // only some values print.
+        for (const std::string &n : m_nomi) {
+            const auto uguale = n.find('=');
+            if (uguale != std::string::npos)
+                m_confronti[QString::fromStdString(n.substr(0, uguale))].append(
+                    QString::fromStdString(n.substr(uguale + 1)));
+        }
+    }
 
     bool chiede(const std::string &nome) const { return m_nomi.count(nome) > 0; }
 
@@ -126,11 +136,17 @@ public:
     void aggiungi(mu::data &oggetto, const QString &campo, const QVariant &valore)
     {
         const QList<int> &vv = varianti(campo);
-        if (vv.isEmpty())
+        const auto confronti = m_confronti.constFind(campo);
+        if (vv.isEmpty() && confronti == m_confronti.cend())
             return;
         const std::string base = campo.toStdString();
         for (int i : vv)
             oggetto.set(base + kVarianti[i].suffisso, Variazione(valore, i));
+        if (confronti == m_confronti.cend())
+            return;
+        const QString testo = TestoNormale(valore);
+        for (const QString &atteso : *confronti)
+            oggetto.set(base + '=' + atteso.toStdString(), mu::data(testo == atteso));
     }
 
     void aggiungi(mu::data &oggetto, const QVariantMap &campi)
@@ -142,6 +158,7 @@ public:
 private:
     Nomi m_nomi;
     QHash<QString, QList<int>> m_cache;
+    QHash<QString, QStringList> m_confronti; // field -> the values it is compared with
 };
 
 // Every name a template uses, split at the dots: "totali.CNumero1_0" gives
@@ -149,7 +166,7 @@ private:
 Nomi NomiUsati(const QStringList &testi)
 {
     static const QRegularExpression re(
-        QStringLiteral(R"(\{\{\s*[#^/&{]?\s*([A-Za-z_][\w.]*))"));
+        QStringLiteral(R"(\{\{\s*[#^/&{]?\s*([A-Za-z_][\w.]*(?:=\w*)?))"));
     Nomi nomi;
     for (const QString &t : testi) {
         auto it = re.globalMatch(t);
@@ -205,7 +222,7 @@ mu::data Gruppi(Richieste &rq, const QList<QVariantMap> &righe, const QString &c
         while (fine < righe.size() && TestoNormale(righe.at(fine).value(campo)) == chiave)
             ++fine;
         mu::data g;
-        g.set("chiave", mu::data(chiave.toStdString()));
+        rq.aggiungi(g, QStringLiteral("chiave"), chiave);
         g.set("numero", mu::data(std::to_string(++numero)));
         g.set("conteggio", mu::data(std::to_string(fine - inizio)));
         g.set("righe", Righe(rq, righe, inizio, qMin(fine, limite)));
