@@ -114,36 +114,6 @@ struct Lettura
     bool dittaFallita = false; // the query ran, the firm's lookup did not
 };
 
-// The firm's five head fields: blanks, then its values when the firm is
-// found. False only when the lookup itself failed.
-bool ScriviDitta(const QString &ditta, QVariantMap &testa, QString *errore)
-{
-    static const char *const campi[] = {"SocNome", "SocIndirizzo", "SocCap", "SocLocalita",
-                                        "SocProvincia"};
-    for (int i = 0; i < 5; ++i)
-        testa.insert(Testa(4 + i), Blank);
-    const QString nome = TogliSpazi(ditta);
-    if (nome.isEmpty())
-        return true;
-    // The name goes bound: firms' names hold apostrophes and quotes.
-    QSqlQuery q(DbDati());
-    q.setForwardOnly(true);
-    bool ok = q.prepare(QStringLiteral("SELECT * FROM Societa WHERE SocNome = ?"));
-    if (ok) {
-        q.addBindValue(nome);
-        ok = q.exec();
-    }
-    if (!ok) {
-        *errore = TestoErroreSqlite(q.lastError());
-        return false;
-    }
-    if (q.next()) {
-        for (int i = 0; i < 5; ++i)
-            testa.insert(Testa(4 + i), TestoDaCampo(q.value(QString::fromLatin1(campi[i]))));
-    }
-    return true;
-}
-
 QVariantMap RigaTesta(const FiltroDistinte &filtro)
 {
     const auto seData = [](const QString &testo) { return IsDate(testo) ? testo : Blank; };
@@ -197,6 +167,34 @@ Lettura LeggiStampa(const CondizioneDistinte &ultima, const FiltroDistinte &filt
 }
 
 } // namespace
+
+bool ScriviDitta(const QString &ditta, QVariantMap &testa, QString *errore)
+{
+    static const char *const campi[] = {"SocNome", "SocIndirizzo", "SocCap", "SocLocalita",
+                                        "SocProvincia"};
+    for (int i = 0; i < 5; ++i)
+        testa.insert(Testa(4 + i), Blank);
+    const QString nome = TogliSpazi(ditta);
+    if (nome.isEmpty())
+        return true;
+    // The name goes bound: firms' names hold apostrophes and quotes.
+    QSqlQuery q(DbDati());
+    q.setForwardOnly(true);
+    bool ok = q.prepare(QStringLiteral("SELECT * FROM Societa WHERE SocNome = ?"));
+    if (ok) {
+        q.addBindValue(nome);
+        ok = q.exec();
+    }
+    if (!ok) {
+        *errore = TestoErroreSqlite(q.lastError());
+        return false;
+    }
+    if (q.next()) {
+        for (int i = 0; i < 5; ++i)
+            testa.insert(Testa(4 + i), TestoDaCampo(q.value(QString::fromLatin1(campi[i]))));
+    }
+    return true;
+}
 
 std::optional<DatiReport> RigheStampaDistinta(const CondizioneDistinte &ultima,
                                               const FiltroDistinte &filtro, QString *errore)

@@ -18,6 +18,12 @@ std::optional<DatiReport> RigheStampaDistinta(const CondizioneDistinte &ultima,
                                               const FiltroDistinte &filtro,
                                               QString *errore = nullptr);
 
+// The firm's block of a print's head, TCampo4 to TCampo8: blanks, then the
+// firm's name, address, CAP, town and province when a firm of that name
+// (trimmed) has a card. False only when the lookup itself failed, with the
+// engine's words in *errore.
+bool ScriviDitta(const QString &ditta, QVariantMap &testa, QString *errore);
+
 // The whole print: an empty extraction leaves without a word; a failed
 // staging step is told by its message and prints nothing, and leaves its
 // step in CodiceStop (a firm card that cannot be read fails the writing

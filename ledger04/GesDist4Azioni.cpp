@@ -15,6 +15,7 @@
 #include "ledger04/EleCli.h"
 #include "ledger04/ModelloDistinte04.h"
 #include "ledger04/Squadre.h"
+#include "ledger04/StampaDistinta04.h"
 #include "lookup/Datario.h"
 #include "store/Cliente.h"
 #include "store/Descrizioni.h"
@@ -97,8 +98,22 @@ void GesDist4::aggiorna()
 
 void GesDist4::Stampa()
 {
-    // The statement of the rows in the list is printed from here, over the
-    // extraction's condition and filter.
+    // The rows are the list's; the firm, client and team are the fields'
+    // as they stand now.
+    SchermoEstratto04 s;
+    s.estrazione = m_condizione;
+    s.dataDal = m_filtro.dal;
+    s.dataAl = m_filtro.al;
+    s.ditta = m_cmbSoc1->currentText();
+    s.codiceCliente = m_txt[Campo04CodiceFiltro]->text();
+    s.nomeCliente = m_txt[Campo04NomeFiltro]->text();
+    s.squadra = m_lbTeam->text();
+    m_controllo->base.ClienteCorrente = s.cliente();
+    if (m_data1->rowCount() <= 0)
+        return;
+    m_occupato = true;
+    StampaDistinta04(s);
+    m_occupato = false;
 }
 
 void GesDist4::ClickSquadra()
