@@ -280,3 +280,114 @@ TEST_F(Stampa04, PassoFallito)
     m_messaggi.pulisci();
     EXPECT_TRUE(StampaDistinta04(Schermo("", "", "12")));
 }
+
+namespace {
+
+// The staged rows on paper through the installed module, page by page.
+QStringList SuCarta(const QString &modulo, const QString &cartella)
+{
+    Modello modello;
+    DatiReport dati;
+    if (!CaricaModello(QStringLiteral(MODULI_PREDEFINITI "/") + modulo + ".rpt", modello)
+        || !CaricaDatiReport(DbLavoro(), dati))
+        return {};
+    const ModelloCompilato compilato = CompilaModello(modello, dati);
+    EXPECT_TRUE(compilato.errore.isEmpty()) << qPrintable(compilato.errore);
+    const QString pdf = cartella + QLatin1Char('/') + modulo + QStringLiteral(".pdf");
+    return SalvaPdf(pdf, modello, compilato) ? PagineTestoPdf(pdf) : QStringList();
+}
+
+// Every page carries the heading and its number; the last the foot's
+// totals as staged, in the formats the foot names.
+void ControllaPagine(const QStringList &pagine, const QString &intestazione,
+                     const QVariantMap &piede, int ultimoCampo, int ultimoNumero)
+{
+    ASSERT_GE(pagine.size(), 2);
+    // A page with movements on it: a date, then the number.
+    static const QRegularExpression movimento(QStringLiteral("\\d\\d/\\d\\d/\\d\\d +\\d+ "));
+    int conMovimenti = 0;
+    for (int p = 0; p < pagine.size(); ++p) {
+        SCOPED_TRACE(p + 1);
+        const QString &pagina = pagine.at(p);
+        for (const QString &a : {QStringLiteral("ESTRATTO CONTO"),
+                                 QStringLiteral("Pagina %1 di %2").arg(p + 1).arg(pagine.size())})
+            EXPECT_TRUE(pagina.contains(a)) << qPrintable(a);
+        if (pagina.contains(movimento)) {
+            ++conMovimenti;
+            EXPECT_TRUE(pagina.contains(QRegularExpression(intestazione)));
+        }
+    }
+    EXPECT_GE(conMovimenti, 2);
+    const QString &ultima = pagine.constLast();
+    for (int n = 1; n <= ultimoCampo; ++n) {
+        if (n > 8 && n < 11)
+            continue;
+        const QString campo = piede.value(QStringLiteral("PCampo%1").arg(n)).toString();
+        EXPECT_TRUE(ultima.contains(campo)) << n << " " << qPrintable(campo);
+    }
+    for (int n = 1; n <= ultimoNumero; ++n) {
+        if ((n > 6 && n < 11) || (n > 16 && n < 21))
+            continue;
+        const double v = piede.value(QStringLiteral("Pnumero%1").arg(n)).toDouble();
+        const QString testo = Format(v, (n - 1) % 10 < 3 ? QStringLiteral("#,###,###,##0")
+                                                         : QStringLiteral("#,###,###,##0.00"));
+        EXPECT_TRUE(ultima.contains(testo)) << n << " " << qPrintable(testo);
+    }
+}
+
+} // namespace
+
+// The three layouts on paper, each long enough for several pages, and the
+// firm's slip through the layout it shares with the statement.
+TEST_F(Stampa04, TreModuliSuCarta)
+{
+    for (int i = 1; i <= 120; ++i) {
+        const bool lire = i <= 60;
+        Riga04(i, (lire ? G31_12_2001 : G15_03_2002) - 60 + (i % 60), 12 + i % 2, "ALFA SIM",
+               lire ? "LIT" : "EUR", lire ? 150000.0 * i : 37.5 * i, i % 4 ? "001" : "ABC");
+        Scrivi(QStringLiteral("UPDATE Distinte04 SET dstCodP = ? WHERE dstCodice = ?"),
+               {QStringLiteral("FONDO AZIONARIO EUROPA CLASSE A N. %1").arg(i), i});
+    }
+    const QString testa = QStringLiteral("Data +N\\. +Descrizione +Causale +Mon\\. +Entrate "
+                                         "\\(\\+\\) +Uscite");
+    const auto pagine = [this](const QString &modulo) {
+        return SuCarta(modulo, m_cartella.percorso());
+    };
+
+    ASSERT_TRUE(StampaDistinta04(Schermo("", "", "12", "ALFA SIM")));
+    QStringList p = pagine(QStringLiteral("DistC04"));
+    ControllaPagine(p, testa, Staged().piede, 8, 6);
+    QString tutto = p.join(u'\n');
+    EXPECT_EQ(tutto.count(QStringLiteral("Movimenti dal 01/01/2002 · importi in euro")), 1);
+    // Each movement once, none lost at a page break.
+    for (int i = 1; i <= 120; ++i)
+        EXPECT_EQ(tutto.count(QRegularExpression(QStringLiteral("N\\. %1\\b").arg(i))), i % 2 ? 0 : 1) << i;
+    EXPECT_TRUE(tutto.contains(QStringLiteral("Cliente 12 · NOME 12")));
+
+    ASSERT_TRUE(StampaDistinta04(Schermo("", "", "12", "ALFA SIM", "7")));
+    p = pagine(QStringLiteral("DistC041"));
+    ControllaPagine(p, testa, Staged().piede, 20, 26);
+    EXPECT_TRUE(p.constLast().contains(QStringLiteral("Gruppo n. 7 · clienti ( 12, 13, 99 )")));
+
+    ASSERT_TRUE(StampaDistinta04(Schermo("", "", "", "ALFA SIM")));
+    p = pagine(QStringLiteral("DistXdit"));
+    ControllaPagine(p, QStringLiteral("Data +N\\. +Cliente +Descrizione +Causale +Mon\\. "
+                                      "+Entrate \\(\\+\\) +Uscite"),
+                    Staged().piede, 8, 6);
+    tutto = p.join(u'\n');
+    for (int i = 1; i <= 120; ++i)
+        EXPECT_EQ(tutto.count(QRegularExpression(QStringLiteral("N\\. %1\\b").arg(i))), 1) << i;
+    EXPECT_FALSE(tutto.contains(QStringLiteral("DISTINTA DOCUMENTI")));
+
+    // The slip stages no foot: the same file prints the slip, as ever.
+    DatiReport distinta;
+    distinta.testa = {{"TCampo3", "ALFA SIM"}, {"TNumero1", 1234.5}};
+    distinta.corpo = {{{"CNumero1", 7}, {"CCampo1", "12/06/24"}, {"CCampo8", "VERSAMENTO"},
+                       {"CNumero2", 1234.5}, {"CCampo13", "+"}}};
+    ASSERT_TRUE(PreparaTemporanei(distinta));
+    tutto = SuCarta(QStringLiteral("DistXdit"), m_cartella.percorso()).join(u'\n');
+    for (const char *a : {"DISTINTA DOCUMENTI", "Totale distinta", "VERSAMENTO",
+                          "Distinta documenti · stampata il"})
+        EXPECT_TRUE(tutto.contains(QString::fromUtf8(a))) << a;
+    EXPECT_FALSE(tutto.contains(QStringLiteral("ESTRATTO")));
+}
