@@ -271,8 +271,20 @@ bool Startup::event(QEvent *evento)
     return QMainWindow::event(evento);
 }
 
+// The open screens go first, each through its own unload: one may still
+// hold a movement typed and not added, and ask before it goes.
+bool Startup::ChiudiSchermi()
+{
+    m_area->closeAllSubWindows();
+    return m_area->subWindowList().isEmpty();
+}
+
 void Startup::closeEvent(QCloseEvent *evento)
 {
+    if (!m_finito && !ChiudiSchermi()) {
+        evento->ignore();
+        return;
+    }
     if (!m_finito)
         FineProgramma();
     evento->accept();
@@ -351,7 +363,8 @@ void Startup::Mu_GesDis_Click(int indice)
 
 void Startup::Mu_end_Click()
 {
-    FineProgramma();
+    if (ChiudiSchermi())
+        FineProgramma();
 }
 
 void Startup::Mu_newexe_Click()

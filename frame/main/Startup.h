@@ -68,6 +68,7 @@ protected:
     void closeEvent(QCloseEvent *evento) override;
 
 private:
+    bool ChiudiSchermi();
     void costruisciMenu();
     void applicaSfondo();
     QMdiSubWindow *apri(QWidget *schermo, bool riempi, const QString &titolo);

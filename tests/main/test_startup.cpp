@@ -343,8 +343,17 @@ TEST_F(Avvio, GliSchermiDelleDistinteDalMenu)
     EXPECT_TRUE(AcceleratoriDoppi(entrata).isEmpty())
         << qPrintable(AcceleratoriDoppi(entrata).join('|'));
     EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
+    // The frame's close box goes through the screen's own unload: the
+    // movement typed and not added is asked about, and No keeps both.
+    m_messaggi.pulisci();
+    m_messaggi.gestore = [](const Richiesta &) { return Risposta::No; };
+    EXPECT_FALSE(m_cornice->close());
+    EXPECT_EQ(m_messaggi.testi(), QStringList{"MOVIMENTO NON AGGIUNTO: ESCO LO STESSO?"});
+    EXPECT_EQ(m_cornice->area()->subWindowList().size(), 1);
+    EXPECT_EQ(m_fine, 0);
     m_messaggi.gestore = [](const Richiesta &) { return Risposta::Si; };
-    m_cornice->area()->closeAllSubWindows();
+    EXPECT_TRUE(m_cornice->close());
     Attendi();
-    EXPECT_EQ(m_cornice->windowTitle(), "(UFFICIO)");
+    EXPECT_TRUE(m_cornice->area()->subWindowList().isEmpty());
+    EXPECT_EQ(m_fine, 1);
 }
