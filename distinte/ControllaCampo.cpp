@@ -292,8 +292,17 @@ int ControlloCampi::ControllaInserimento()
 
 int ControlloCampi::ControllaModifica()
 {
-    return controllaElenco(
-        {CampoGiorno, CampoMese, CampoAnno, CampoCodiceCliente, CampoCausale});
+    if (controllaElenco({CampoGiorno, CampoMese, CampoAnno, CampoCodiceCliente, CampoCausale}))
+        return codiceStop();
+    // A key that presses the button leaves no field: an amount that does not
+    // read as a number would be saved as 0. A change may keep a 0 amount.
+    for (int i : {int(CampoImporto), int(CampoSpese)}) {
+        if (!LeggiImporto(txt.testo(i))) {
+            codiceStop() = static_cast<std::int16_t>(i == CampoImporto ? i : ErroreSpese);
+            return codiceStop();
+        }
+    }
+    return 0;
 }
 
 QString TestoErroreCampo(int codice)

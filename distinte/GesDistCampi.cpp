@@ -134,9 +134,10 @@ void GesDist::fuocoUscito(int indice)
         m_cauDes->setText(m_controllo->CauDes.value_or(QString()));
     if (m_controllo->CampoFuoco > 0)
         tornaA(m_controllo->CampoFuoco);
-    if (indice == CampoImporto) {
+    if (indice == CampoImporto || indice == CampoSpese) {
         const QString moneta = m_txt[CampoMoneta]->text().trimmed();
-        m_txt[indice]->setText(FormatoImporto(moneta, CDbl(m_txt[indice]->text().trimmed())));
+        const double valore = LeggiImporto(m_txt[indice]->text()).value_or(0);
+        m_txt[indice]->setText(FormatoImporto(moneta, valore, indice == CampoSpese));
     }
 }
 

@@ -146,7 +146,7 @@ void InsDist::fuocoUscito(int indice)
     m_command1[1]->setVisible(AggiungiVisibile(*m_campi));
     if (indice == CampoImporto || indice == CampoSpese) {
         const QString moneta = m_txt[CampoMoneta]->text().trimmed();
-        const double valore = CDbl(m_txt[indice]->text().trimmed());
+        const double valore = LeggiImporto(m_txt[indice]->text()).value_or(0);
         m_txt[indice]->setText(FormatoImporto(moneta, valore, indice == CampoSpese));
     }
 }

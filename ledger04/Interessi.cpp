@@ -21,6 +21,7 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 
+#include <array>
 #include <cmath>
 #include <vector>
 
@@ -34,8 +35,21 @@ const QString Tasso = QStringLiteral("#0.000");
 const QString DataStampa = QStringLiteral("dd/mm/yyyy");
 const QString Blank = QStringLiteral(" ");
 
-QString Corpo(int n) { return QStringLiteral("CCampo") + QString::number(n); }
-QString NumeroCorpo(int n) { return QStringLiteral("CNumero") + QString::number(n); }
+// The body's field names, made once: ten thousand rows share them.
+const QString &Nome(const char *radice, int n)
+{
+    static const auto nomi = [] {
+        std::array<std::array<QString, 21>, 2> t;
+        for (int i = 0; i < 21; ++i) {
+            t[0][std::size_t(i)] = QStringLiteral("CCampo") + QString::number(i);
+            t[1][std::size_t(i)] = QStringLiteral("CNumero") + QString::number(i);
+        }
+        return t;
+    }();
+    return nomi[radice[1] == 'N' ? 1 : 0][std::size_t(n)];
+}
+const QString &Corpo(int n) { return Nome("CCampo", n); }
+const QString &NumeroCorpo(int n) { return Nome("CNumero", n); }
 QString Testa(int n) { return QStringLiteral("TCampo") + QString::number(n); }
 QString NumeroTesta(int n) { return QStringLiteral("TNumero") + QString::number(n); }
 

@@ -176,8 +176,12 @@ TEST_F(Controlla, IlControlloDelPulsanteSiFermaAlPrimoErrore)
     m_campi.imposta(CampoCausale, QStringLiteral("1"));
     m_campi.imposta(CampoMoneta, QStringLiteral(" "));
     m_campi.imposta(CampoImporto, QStringLiteral(" "));
-    // The amount is wanted only for a new movement.
+    // The amount is wanted only for a new movement; a change still takes
+    // no amount that is no number.
     EXPECT_EQ(m_controllo.ControllaModifica(), 0);
+    m_campi.imposta(CampoSpese, QStringLiteral("1,000,5"));
+    EXPECT_EQ(m_controllo.ControllaModifica(), 30);
+    m_campi.imposta(CampoSpese, QString());
     EXPECT_EQ(m_controllo.ControllaInserimento(), 18);
     EXPECT_EQ(m_campi.testo(CampoMoneta), "EUR");
     MostraErroreCampo();
