@@ -5,6 +5,7 @@
 #include "frame/core/Giorni.h"
 #include "frame/core/Valore.h"
 #include "store/Connessione.h"
+#include "store/Transazione.h"
 
 #include <QBrush>
 #include <QColor>
@@ -77,7 +78,7 @@ bool ModelloBkDistinte::Carica(const QString &query, QString *errore)
     setQuery(QSqlQuery(query, DbLavoro()));
     if (lastError().isValid()) {
         if (errore)
-            *errore = lastError().text();
+            *errore = TestoErroreSqlite(lastError());
         return false;
     }
     return true;

@@ -6,6 +6,7 @@
 #include "frame/core/Giorni.h"
 #include "frame/core/Valore.h"
 #include "store/Connessione.h"
+#include "store/Transazione.h"
 
 #include <QBrush>
 #include <QColor>
@@ -79,7 +80,7 @@ bool ModelloDistinte::Carica(const QString &query, const QVariantList &parametri
     riuscita = riuscita && q.exec();
     if (!riuscita) {
         if (errore)
-            *errore = q.lastError().text();
+            *errore = TestoErroreSqlite(q.lastError());
         clear();
         return false;
     }

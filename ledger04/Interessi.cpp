@@ -36,20 +36,24 @@ const QString DataStampa = QStringLiteral("dd/mm/yyyy");
 const QString Blank = QStringLiteral(" ");
 
 // The body's field names, made once: ten thousand rows share them.
-const QString &Nome(const char *radice, int n)
+using Nomi = std::array<QString, 21>;
+Nomi Numerati(const QString &radice)
 {
-    static const auto nomi = [] {
-        std::array<std::array<QString, 21>, 2> t;
-        for (int i = 0; i < 21; ++i) {
-            t[0][std::size_t(i)] = QStringLiteral("CCampo") + QString::number(i);
-            t[1][std::size_t(i)] = QStringLiteral("CNumero") + QString::number(i);
-        }
-        return t;
-    }();
-    return nomi[radice[1] == 'N' ? 1 : 0][std::size_t(n)];
+    Nomi nomi;
+    for (std::size_t i = 0; i < nomi.size(); ++i)
+        nomi[i] = radice + QString::number(i);
+    return nomi;
 }
-const QString &Corpo(int n) { return Nome("CCampo", n); }
-const QString &NumeroCorpo(int n) { return Nome("CNumero", n); }
+const QString &Corpo(int n)
+{
+    static const Nomi nomi = Numerati(QStringLiteral("CCampo"));
+    return nomi[std::size_t(n)];
+}
+const QString &NumeroCorpo(int n)
+{
+    static const Nomi nomi = Numerati(QStringLiteral("CNumero"));
+    return nomi[std::size_t(n)];
+}
 QString Testa(int n) { return QStringLiteral("TCampo") + QString::number(n); }
 QString NumeroTesta(int n) { return QStringLiteral("TNumero") + QString::number(n); }
 

@@ -1,5 +1,7 @@
 #include "reports/CaricaDati.h"
 
+#include "store/Transazione.h"
+
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -27,7 +29,7 @@ bool Leggi(const QSqlDatabase &db, const QString &tabella, QList<QVariantMap> &r
     q.setForwardOnly(true);
     if (!q.exec(QStringLiteral("SELECT * FROM ") + tabella)) {
         if (errore)
-            *errore = q.lastError().text();
+            *errore = TestoErroreSqlite(q.lastError());
         return false;
     }
     while (q.next())
