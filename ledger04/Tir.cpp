@@ -24,13 +24,15 @@ constexpr int GiriInterni = 100;
 constexpr int PassiIndietro = 10;
 // The outer rounds have no natural end. The first guess grows by half every
 // ten rounds (the step runs 0.09 down to its last value, then B grows), so
-// after 1000 rounds it stands at 0.1 x 1.5^100, about 4 x 10^16: a rate of
-// 4 x 10^18 % a year, beyond any real series. Without a gain's sign the
-// rounds restart from 0 and only repeat the same ten steps, so a search not
-// ended by then never ends. Either way a search that gets here is a failure
-// of the arithmetic, and its answer is TirFallito; bounded so, the window
-// never waits more than a moment.
-constexpr int GiriMassimi = 1000;
+// after 300 rounds it stands at 0.1 x 1.5^30, about 19,000: a rate near two
+// million per cent a year, beyond any real series (a gain of 100% in one day
+// is 36,500%). Without a gain's sign every round restarts from 0 and the
+// rounds repeat with a period of ten, the values the step takes, so a search
+// not ended after ten rounds never ends. A search that gets to its bound is
+// a failure of the arithmetic, TirFallito. Bounded so, a series of 1,000
+// flows is answered or refused within a fraction of a second.
+constexpr int GiriMassimi = 300;
+constexpr int GiriSenzaSegno = 10;
 
 // The present value of the series at rate r, or nothing when the arithmetic
 // fails (a divisor of 0, a power of a negative base, an overflow: what
@@ -123,7 +125,7 @@ double CalcolaTirX(SerieTir &s, int *giri)
 
     // Outer rounds: each starts from the first guess on the gain's side.
     while (std::fabs(V) >= Tolleranza) {
-        if (++esterni > GiriMassimi)
+        if (++esterni > (s.SegnoTir == 0 ? GiriSenzaSegno : GiriMassimi))
             return TirFallito;
         R = s.SegnoTir * B;
         Rb = R;

@@ -91,3 +91,13 @@ TEST(CalcolaTirX, GuastiDellAritmetica)
     SerieTir vuota;
     EXPECT_EQ(CalcolaTirX(vuota), TirUnSegno);
 }
+
+// A search that cannot end: no gain's sign, and V above 0 at every rate
+// above -100%, so every step is undone. Its rounds repeat; it stops and fails.
+TEST(CalcolaTirX, RicercaSenzaFineFallisce)
+{
+    SerieTir s = Serie({{1000, 1}, {1000, 400}, {-1, 400}}, 0);
+    int giri = 0;
+    EXPECT_EQ(CalcolaTirX(s, &giri), TirFallito);
+    EXPECT_LE(giri, 10 * 100);
+}
