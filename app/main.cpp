@@ -10,6 +10,7 @@
 #include "lookup/ListaCli.h"
 #include "reports/Gstampe.h"
 #include "reports/Lancio.h"
+#include "tables/SchermoTabella.h"
 
 #include <QApplication>
 #include <QStringList>
@@ -31,6 +32,9 @@ int main(int argc, char **argv)
     sorvane::RegistraSchermo(1, [] { return new sorvane::GesDist; });
     sorvane::RegistraSchermo(2, [] { return new sorvane::GesDist4; });
     sorvane::RegistraSchermo(4, [] { return new sorvane::InsSald4; });
+    sorvane::RegistraSchermo(5, [] { return new sorvane::riferimento::GesSoc; });
+    sorvane::RegistraSchermo(6, [] { return new sorvane::riferimento::GesBanca; });
+    sorvane::RegistraSchermo(7, [] { return new sorvane::riferimento::GesCauDs; });
     {
         sorvane::Startup cornice;
         // The client popup is made once at start, so the first lookup opens at once.
