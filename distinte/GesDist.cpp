@@ -4,8 +4,6 @@
 #include "distinte/ModelloDistinte.h"
 #include "distinte/SchermiDistinte.h"
 #include "frame/core/Sessione.h"
-#include "frame/ui/Fine.h"
-#include "frame/ui/Finestra.h"
 #include "frame/ui/Schermo.h"
 #include "lookup/SceltaCliente.h"
 #include "store/Connessione.h"
@@ -20,13 +18,8 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QKeyEvent>
 #include <QPushButton>
-#include <QStyleOptionFocusRect>
-#include <QStylePainter>
 #include <QTableView>
-#include <QTimer>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace sorvane {
@@ -75,80 +68,7 @@ bool CampoNumerico(int indice)
            || indice == CampoSpese || (indice >= CampoGiornoDal && indice <= CampoCodiceFiltro);
 }
 
-QLabel *Etichetta(const QString &testo, QWidget *padre)
-{
-    auto *l = new QLabel(testo, padre);
-    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return l;
-}
-
-QHBoxLayout *InFila(std::initializer_list<QWidget *> widget, bool spinta = true)
-{
-    auto *r = new QHBoxLayout;
-    r->setSpacing(6);
-    for (QWidget *w : widget)
-        r->addWidget(w);
-    if (spinta)
-        r->addStretch(1);
-    return r;
-}
-
-QPushButton *Pulsante(const QString &testo, const QString &nome, QWidget *padre)
-{
-    auto *b = new QPushButton(testo, padre);
-    b->setObjectName(nome);
-    b->setMinimumWidth(110);
-    b->setAutoDefault(false);
-    // A hidden button keeps its place, so that the row does not jump.
-    QSizePolicy p = b->sizePolicy();
-    p.setRetainSizeWhenHidden(true);
-    b->setSizePolicy(p);
-    return b;
-}
-
 } // namespace
-
-PulsanteSpin::PulsanteSpin(QWidget *padre) : QWidget(padre)
-{
-    // One stop of the Tab for the pair; the arrow keys step as the arrows do.
-    setFocusPolicy(Qt::StrongFocus);
-    auto *colonna = new QVBoxLayout(this);
-    // Room around the arrows for the mark of the focus.
-    colonna->setContentsMargins(2, 2, 2, 2);
-    colonna->setSpacing(0);
-    const int alto = fontMetrics().height() / 2 + 1;
-    for (Qt::ArrowType verso : {Qt::UpArrow, Qt::DownArrow}) {
-        auto *b = new QToolButton(this);
-        b->setArrowType(verso);
-        b->setAutoRepeat(true);
-        b->setFocusPolicy(Qt::NoFocus);
-        b->setFixedSize(18, alto);
-        colonna->addWidget(b);
-        connect(b, &QToolButton::clicked, this,
-                [this, verso] { emit passo(verso == Qt::UpArrow ? 1 : -1); });
-        (verso == Qt::UpArrow ? m_su : m_giu) = b;
-    }
-}
-
-void PulsanteSpin::keyPressEvent(QKeyEvent *evento)
-{
-    if (evento->key() == Qt::Key_Up || evento->key() == Qt::Key_Down)
-        emit passo(evento->key() == Qt::Key_Up ? 1 : -1);
-    else
-        QWidget::keyPressEvent(evento);
-}
-
-void PulsanteSpin::paintEvent(QPaintEvent *evento)
-{
-    QWidget::paintEvent(evento);
-    if (!hasFocus())
-        return;
-    QStylePainter pittore(this);
-    QStyleOptionFocusRect opzione;
-    opzione.initFrom(this);
-    opzione.backgroundColor = palette().color(QPalette::Window);
-    pittore.drawPrimitive(QStyle::PE_FrameFocusRect, opzione);
-}
 
 GesDist::GesDist(QWidget *padre) : QWidget(padre)
 {
@@ -172,11 +92,8 @@ void GesDist::costruisci()
     m_txt.append(nullptr);
     for (int i = 1; i <= CampoNomeFiltro; ++i)
         m_txt.append(nullptr);
-    auto *colonna = new QVBoxLayout(this);
-    colonna->setContentsMargins(10, 10, 10, 10);
-    colonna->setSpacing(8);
-    colonna->addWidget(costruisciModifica());
-    colonna->addWidget(costruisciLista(), 1);
+    QWidget *modulo = costruisciModifica();
+    DisponiSchermo(this, modulo, costruisciLista());
 
     installaSchermo();
     ordineTab();
@@ -207,51 +124,34 @@ QLineEdit *GesDist::nuovoCampo(int indice, QWidget *padre)
 QWidget *GesDist::costruisciLista()
 {
     m_pctLista = new QWidget(this);
-    m_pctLista->setObjectName(QStringLiteral("pctLista"));
-    auto *colonna = new QVBoxLayout(m_pctLista);
-    colonna->setContentsMargins(0, 0, 0, 0);
-    colonna->setSpacing(8);
-    colonna->addWidget(costruisciFiltri());
-    colonna->addWidget(costruisciPulsanti());
+    QWidget *filtri = costruisciFiltri();
+    QWidget *pulsanti = costruisciPulsanti();
     costruisciGriglia();
-    colonna->addWidget(m_grid, 1);
+    DisponiLista(m_pctLista, filtri, pulsanti, m_grid);
     return m_pctLista;
 }
 
 QWidget *GesDist::costruisciFiltri()
 {
     auto *riquadro = new QFrame(m_pctLista);
-    riquadro->setFrameShape(QFrame::StyledPanel);
-    auto *g = new QGridLayout(riquadro);
-    g->setContentsMargins(10, 8, 10, 8);
-    g->setHorizontalSpacing(6);
-    g->setVerticalSpacing(6);
+    QGridLayout *g = RiquadroCampi(riquadro);
     for (int i = CampoGiornoDal; i <= CampoNomeFiltro; ++i)
         nuovoCampo(i, riquadro);
-    m_spin1 = new PulsanteSpin(riquadro);
-    m_spin1->setObjectName(QStringLiteral("SpinButton1"));
-    m_spin1->setAccessibleName(QStringLiteral("Dal: un giorno avanti o indietro"));
-    m_spin2 = new PulsanteSpin(riquadro);
-    m_spin2->setObjectName(QStringLiteral("SpinButton2"));
-    m_spin2->setAccessibleName(QStringLiteral("al: un giorno avanti o indietro"));
-    m_cmdData = new QPushButton(QStringLiteral("..."), riquadro);
-    m_cmdData->setObjectName(QStringLiteral("cmdData"));
-    m_cmdData->setToolTip(QStringLiteral("Calendario"));
-    m_cmdData->setAccessibleName(QStringLiteral("Calendario"));
-    m_cmdData->setFixedWidth(3 * fontMetrics().horizontalAdvance(QLatin1Char('M')));
-    m_cmdData->setAutoDefault(false);
+    m_spin1 = NuovoSpin(QStringLiteral("SpinButton1"), QStringLiteral("Dal"), riquadro);
+    m_spin2 = NuovoSpin(QStringLiteral("SpinButton2"), QStringLiteral("al"), riquadro);
+    m_cmdData = PulsanteCalendario(QStringLiteral("cmdData"), riquadro);
     m_cmbSoc1 = new QComboBox(riquadro);
     m_cmbSoc1->setObjectName(QStringLiteral("cmbSoc_1"));
     m_check1 = new QCheckBox(QStringLiteral("Anche chiusi"), riquadro);
     m_check1->setObjectName(QStringLiteral("Check1"));
 
-    g->addWidget(Etichetta(QStringLiteral("Dal "), riquadro), 0, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Dal "), riquadro), 0, 0);
     g->addLayout(InFila({m_txt[21], m_txt[22], m_txt[23], m_spin1, m_cmdData}), 0, 1);
-    g->addWidget(Etichetta(QStringLiteral("al "), riquadro), 0, 2);
+    g->addWidget(EtichettaCampo(QStringLiteral("al "), riquadro), 0, 2);
     g->addLayout(InFila({m_txt[24], m_txt[25], m_txt[26], m_spin2}), 0, 3);
-    g->addWidget(Etichetta(QStringLiteral("Cliente"), riquadro), 1, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Cliente"), riquadro), 1, 0);
     g->addLayout(InFila({m_txt[27], m_txt[28]}), 1, 1, 1, 4);
-    g->addWidget(Etichetta(QStringLiteral("Ditta"), riquadro), 2, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Ditta"), riquadro), 2, 0);
     g->addLayout(InFila({m_cmbSoc1}), 2, 1, 1, 3);
     g->addLayout(InFila({m_check1}), 2, 4);
     g->setColumnStretch(4, 1);
@@ -277,20 +177,15 @@ QWidget *GesDist::costruisciFiltri()
 QWidget *GesDist::costruisciPulsanti()
 {
     auto *riquadro = new QWidget(m_pctLista);
-    auto *r = new QHBoxLayout(riquadro);
-    r->setContentsMargins(0, 0, 0, 0);
-    r->setSpacing(8);
     const QStringList titoli = {QStringLiteral("&USCITA"), QStringLiteral("&ESTRAI"),
                                 QStringLiteral("&STAMPA")};
     for (int i = 0; i < titoli.size(); ++i)
-        m_command1.append(Pulsante(titoli[i], QStringLiteral("Command1_%1").arg(i), riquadro));
+        m_command1.append(PulsanteRiga(titoli[i], QStringLiteral("Command1_%1").arg(i), riquadro));
     // X, since ESTRAI holds the E.
-    m_cmdExcel = Pulsante(QStringLiteral("E&XCEL"), QStringLiteral("cmdExcel"), riquadro);
-    r->addWidget(m_command1[1]);
-    r->addWidget(m_command1[2]);
-    r->addWidget(m_cmdExcel);
-    r->addStretch(1);
-    r->addWidget(m_command1[0]);
+    m_cmdExcel = PulsanteRiga(QStringLiteral("E&XCEL"), QStringLiteral("cmdExcel"), riquadro);
+    QHBoxLayout *r = FilaPulsanti({m_command1[1], m_command1[2], m_cmdExcel}, m_command1[0]);
+    r->setContentsMargins(0, 0, 0, 0);
+    riquadro->setLayout(r);
 
     connect(m_command1[0], &QPushButton::clicked, this, &QWidget::close);
     connect(m_command1[1], &QPushButton::clicked, this, &GesDist::EstraiDistinte);
@@ -303,20 +198,11 @@ QWidget *GesDist::costruisciModifica()
 {
     auto *riquadro = new QFrame(this);
     m_pctMod = riquadro;
-    riquadro->setObjectName(QStringLiteral("pctMod"));
-    riquadro->setFrameShape(QFrame::StyledPanel);
-    riquadro->setAutoFillBackground(true);
-    auto *g = new QGridLayout(riquadro);
-    g->setContentsMargins(10, 8, 10, 8);
-    g->setHorizontalSpacing(6);
-    g->setVerticalSpacing(6);
     for (int i = CampoGiorno; i <= CampoSpese; ++i)
         nuovoCampo(i, riquadro);
     const int m = fontMetrics().horizontalAdvance(QLatin1Char('M'));
     m_label2 = new QLabel(QStringLiteral("MODIFICA MOVIMENTO "), riquadro);
-    QFont grassetto = m_label2->font();
-    grassetto.setBold(true);
-    m_label2->setFont(grassetto);
+    QGridLayout *g = PannelloModulo(riquadro, m_label2);
     m_cmbSoc0 = new QComboBox(riquadro);
     m_cmbSoc0->setObjectName(QStringLiteral("cmbSoc_0"));
     m_cmbBanca = new QComboBox(riquadro);
@@ -324,46 +210,39 @@ QWidget *GesDist::costruisciModifica()
     m_cauDes = new QLabel(riquadro);
     m_cauDes->setObjectName(QStringLiteral("CauDes"));
     m_cauDes->setMinimumWidth(24 * m);
-    m_cmdMOD = Pulsante(QStringLiteral("&CONFERMA"), QStringLiteral("cmdMOD"), riquadro);
-    m_cmdDEL = Pulsante(QStringLiteral("&ELIMINA"), QStringLiteral("cmdDEL"), riquadro);
-    m_cndEND = Pulsante(QStringLiteral("&USCITA"), QStringLiteral("cndEND"), riquadro);
+    m_cmdMOD = PulsanteRiga(QStringLiteral("&CONFERMA"), QStringLiteral("cmdMOD"), riquadro);
+    m_cmdDEL = PulsanteRiga(QStringLiteral("&ELIMINA"), QStringLiteral("cmdDEL"), riquadro);
+    m_cndEND = PulsanteRiga(QStringLiteral("&USCITA"), QStringLiteral("cndEND"), riquadro);
 
-    g->addWidget(m_label2, 0, 0, 1, 4);
-    g->addWidget(Etichetta(QStringLiteral("Data"), riquadro), 1, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Data"), riquadro), 1, 0);
     g->addLayout(InFila({m_txt[1], m_txt[2], m_txt[3]}), 1, 1);
-    g->addWidget(Etichetta(QStringLiteral("Ditta"), riquadro), 1, 2);
+    g->addWidget(EtichettaCampo(QStringLiteral("Ditta"), riquadro), 1, 2);
     g->addLayout(InFila({m_cmbSoc0}), 1, 3);
-    g->addWidget(Etichetta(QStringLiteral("Cliente"), riquadro), 2, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Cliente"), riquadro), 2, 0);
     g->addLayout(InFila({m_txt[4], m_txt[5]}), 2, 1, 1, 3);
-    g->addWidget(Etichetta(QStringLiteral("Caus."), riquadro), 3, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Caus."), riquadro), 3, 0);
     g->addLayout(InFila({m_txt[6], m_cauDes}), 3, 1, 1, 3);
-    g->addWidget(Etichetta(QStringLiteral("Prod."), riquadro), 4, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Prod."), riquadro), 4, 0);
     g->addLayout(InFila({m_txt[7], m_txt[8], m_txt[9], m_txt[10], m_txt[11]}), 4, 1, 1, 3);
-    g->addWidget(Etichetta(QStringLiteral("Giro"), riquadro), 5, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Giro"), riquadro), 5, 0);
     g->addLayout(InFila({m_txt[12], m_txt[13], m_txt[14], m_txt[15], m_txt[16]}), 5, 1, 1, 3);
-    g->addWidget(Etichetta(QStringLiteral("Imp."), riquadro), 6, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Imp."), riquadro), 6, 0);
     auto *importi = InFila({m_txt[17], m_txt[18]}, false);
     for (auto [testo, campo] : {std::pair{QStringLiteral("Ass."), m_txt[19]},
                                 std::pair{QStringLiteral("Spese UT"), m_txt[20]}}) {
         importi->addSpacing(m);
-        importi->addWidget(Etichetta(testo, riquadro));
+        importi->addWidget(EtichettaCampo(testo, riquadro));
         importi->addWidget(campo);
     }
     importi->addStretch(1);
     g->addLayout(importi, 6, 1, 1, 3);
     // The bank on a row of its own: its longest name does not fit beside
     // the amounts.
-    g->addWidget(Etichetta(QStringLiteral("Banca"), riquadro), 7, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Banca"), riquadro), 7, 0);
     g->addLayout(InFila({m_cmbBanca}), 7, 1, 1, 3);
     // The buttons under the form, as the list's under the filter: the width
     // goes to the product codes.
-    auto *pulsanti = new QHBoxLayout;
-    pulsanti->setSpacing(8);
-    pulsanti->addWidget(m_cmdMOD);
-    pulsanti->addWidget(m_cmdDEL);
-    pulsanti->addStretch(1);
-    pulsanti->addWidget(m_cndEND);
-    g->addLayout(pulsanti, 8, 0, 1, 4);
+    g->addLayout(FilaPulsanti({m_cmdMOD, m_cmdDEL}, m_cndEND), 8, 0, 1, 4);
     g->setColumnStretch(3, 1);
 
     connect(m_cmdMOD, &QPushButton::clicked, this, &GesDist::Conferma);
@@ -414,9 +293,7 @@ void GesDist::carica()
     const std::int16_t fermo = s.CodiceStop;
     caricaCombo();
     PulisciFiltri();
-    // The hidden form takes no focus: its fields are not entered nor left.
-    m_pctMod->hide();
-    m_pctMod->setEnabled(false);
+    ChiudiModulo(m_pctMod);
     m_pctLista->setEnabled(true);
     m_command1[2]->hide();
     m_cmdExcel->hide();
@@ -459,30 +336,14 @@ void GesDist::AggiornaPulsanti()
 void GesDist::showEvent(QShowEvent *evento)
 {
     QWidget::showEvent(evento);
-    if (m_attivato)
-        return;
-    m_attivato = true;
-    // The window state once the screen stands in its frame.
-    RipristinaFinestra(this);
-    // A load that failed does not leave the screen on view.
-    if (!tabelle().RsDistinte.IsOpen()) {
-        QTimer::singleShot(0, this, &QWidget::close);
-        return;
-    }
-    QTimer::singleShot(0, this, [this] { vaiA(CampoGiornoDal); });
+    PrimaVista(this, m_attivato, tabelle().RsDistinte.IsOpen(), m_txt[CampoGiornoDal]);
 }
 
 void GesDist::closeEvent(QCloseEvent *evento)
 {
-    // The fields check nothing from here on: the tables are closing.
-    m_schermo->scarica();
-    tabelle().RsDistinte.Close();
-    tabelle().RsDistinte04.Close();
-    SalvaLayoutGriglia(m_grid, ChiaveGriglia, 0);
-    SalvaFinestra(this);
+    ScaricaSchermo(m_schermo, {&tabelle().RsDistinte, &tabelle().RsDistinte04}, m_grid,
+                   ChiaveGriglia);
     evento->accept();
-    if (!sessione().ModoProva)
-        FineProgramma();
 }
 
 } // namespace sorvane

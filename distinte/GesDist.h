@@ -6,8 +6,10 @@
 // for a change or a delete. A movement whose codes are all confirmed is
 // closed and leaves a list of open ones at once.
 
+#include "distinte/CampiData.h"
 #include "distinte/Gestione.h"
 #include "distinte/Movimento.h"
+#include "distinte/SchermiDistinte.h"
 
 #include <QList>
 #include <QWidget>
@@ -20,7 +22,6 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTableView;
-class QToolButton;
 
 namespace sorvane {
 
@@ -28,28 +29,6 @@ class CampiInsDist;
 class ModelloDistinte;
 class Schermo;
 struct ControlloCampi;
-
-// The two small arrows beside a date: up a day, down a day.
-class PulsanteSpin : public QWidget
-{
-    Q_OBJECT
-
-public:
-    explicit PulsanteSpin(QWidget *padre = nullptr);
-    QToolButton *su() const { return m_su; }
-    QToolButton *giu() const { return m_giu; }
-
-signals:
-    void passo(int giorni);
-
-protected:
-    void keyPressEvent(QKeyEvent *evento) override;
-    void paintEvent(QPaintEvent *evento) override;
-
-private:
-    QToolButton *m_su;
-    QToolButton *m_giu;
-};
 
 class GesDist : public QWidget
 {
@@ -152,10 +131,8 @@ private:
     void fuocoEntrato(int indice);
     void fuocoUscito(int indice);
     bool tastoGiu(int codice, int maschera);
-    void vaiA(int indice);
-    void tornaA(int indice); // once the present focus change is over
+    void vaiA(int indice) { m_fuoco.vaiA(indice); }
     int campoVicino(int indice, int verso) const;
-    int indiceDi(QObject *oggetto) const;
     void ApriRicercaCampo();
 
     QList<QLineEdit *> m_txt; // txt(1) to txt(28); [0] unused
@@ -190,7 +167,7 @@ private:
     std::optional<Movimento> m_originale; // the movement in the form, marks and all
     std::optional<Marca> m_ripeti;
     int m_campoAttivo = 0;
-    int m_ritorno = 0;          // the field the focus is going back to
+    RitornoCampo m_fuoco{this, m_txt};
     bool m_apriRicerca = false; // a lookup or a button routine is running
     bool m_errore = false;      // a field's message is being shown
     bool m_attivato = false;

@@ -93,12 +93,7 @@ void GesDist::apriModifica(std::int32_t codice)
     m_apriRicerca = true;
     riempiModifica(*m);
     m_label2->setText(QStringLiteral("MODIFICA MOVIMENTO N. ") + QString::number(codice));
-    // The form takes the focus before the list lets it go, so that no
-    // other field is entered and left on the way.
-    m_pctMod->setEnabled(true);
-    m_pctMod->show();
-    vaiA(CampoGiorno);
-    m_pctLista->setEnabled(false);
+    ApriModulo(m_pctLista, m_pctMod, m_txt[CampoGiorno], false);
     m_apriRicerca = false;
 }
 
@@ -182,10 +177,7 @@ void GesDist::tornaAllaLista()
 {
     // The form's field in focus is not left for a check: the form is closing.
     m_apriRicerca = true;
-    m_pctLista->setEnabled(true);
-    m_grid->setFocus(Qt::OtherFocusReason);
-    m_pctMod->hide();
-    m_pctMod->setEnabled(false);
+    TornaAllaLista(m_pctLista, m_pctMod, m_grid);
     m_codiceMovimento = 0;
     m_originale.reset();
     m_apriRicerca = false;

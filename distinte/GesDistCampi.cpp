@@ -18,7 +18,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
-#include <QTimer>
 
 namespace sorvane {
 
@@ -30,30 +29,19 @@ bool CampoDelFiltro(int indice) { return indice >= CampoGiornoDal; }
 
 } // namespace
 
-int GesDist::indiceDi(QObject *oggetto) const
-{
-    for (int i = 1; i < m_txt.size(); ++i) {
-        if (m_txt[i] == oggetto)
-            return i;
-    }
-    return 0;
-}
-
 bool GesDist::eventFilter(QObject *oggetto, QEvent *evento)
 {
     if (OrdinaDaTestata(m_grid, oggetto, evento, [this](int colonna, bool discendente) {
             OrdinaColonna(colonna, discendente);
         }))
         return false;
-    const int indice = indiceDi(oggetto);
-    if (indice == 0)
-        return QWidget::eventFilter(oggetto, evento);
-    const FuocoCampo fuoco = FuocoDi(evento);
-    if (fuoco == FuocoCampo::Entrato)
-        fuocoEntrato(indice);
-    else if (fuoco == FuocoCampo::Lasciato)
-        fuocoUscito(indice);
-    if (evento->type() != QEvent::KeyPress)
+    const int indice = EventoCampo(m_txt, oggetto, evento, [this](int i, FuocoCampo fuoco) {
+        if (fuoco == FuocoCampo::Entrato)
+            fuocoEntrato(i);
+        else
+            fuocoUscito(i);
+    });
+    if (indice == 0 || evento->type() != QEvent::KeyPress)
         return QWidget::eventFilter(oggetto, evento);
     const int tasto = static_cast<QKeyEvent *>(evento)->key();
     if (tasto == Qt::Key_Down || tasto == Qt::Key_Up) {
@@ -79,7 +67,7 @@ bool GesDist::tastoGiu(int codice, int maschera)
     }
     if (codice != tasti::Invio)
         return false;
-    switch (indiceDi(focusWidget())) {
+    switch (IndiceCampo(m_txt, focusWidget())) {
     case CampoSpese:
         m_cmbBanca->setFocus(Qt::TabFocusReason);
         return true;
@@ -99,8 +87,7 @@ void GesDist::ApriRicercaCampo()
 
 void GesDist::fuocoEntrato(int indice)
 {
-    if (indice == m_ritorno)
-        m_ritorno = 0;
+    m_fuoco.entrato(indice);
     m_apriRicerca = false;
     m_campoAttivo = indice;
     sessione().CodiceStop = 0;
@@ -114,8 +101,8 @@ void GesDist::fuocoUscito(int indice)
     // is not checked: two wrong dates would send it to and fro. Nor is one
     // left as the screen unloads, or after its tables were closed: a check
     // would look its client up in a table that is gone.
-    if (m_errore || m_apriRicerca || (m_ritorno > 0 && indice != m_ritorno)
-        || m_schermo->inScarico() || !tabelle().RsDistinte.IsOpen())
+    if (m_errore || m_apriRicerca || m_fuoco.diPassaggio(indice) || m_schermo->inScarico()
+        || !tabelle().RsDistinte.IsOpen())
         return;
     const int codice = m_controllo->ControllaCampo(indice);
     if (codice > 0) {
@@ -127,35 +114,18 @@ void GesDist::fuocoUscito(int indice)
         if (CampoDelFiltro(indice))
             campo = m_controllo->CampoFuoco > 0 ? m_controllo->CampoFuoco : indice;
         if (campo > 0)
-            tornaA(campo);
+            m_fuoco.tornaA(campo);
         return;
     }
     if (indice == CampoCausale)
         m_cauDes->setText(m_controllo->CauDes.value_or(QString()));
     if (m_controllo->CampoFuoco > 0)
-        tornaA(m_controllo->CampoFuoco);
+        m_fuoco.tornaA(m_controllo->CampoFuoco);
     if (indice == CampoImporto || indice == CampoSpese) {
         const QString moneta = m_txt[CampoMoneta]->text().trimmed();
         const double valore = LeggiImporto(m_txt[indice]->text()).value_or(0);
         m_txt[indice]->setText(FormatoImporto(moneta, valore, indice == CampoSpese));
     }
-}
-
-void GesDist::tornaA(int indice)
-{
-    m_ritorno = indice;
-    QTimer::singleShot(0, this, [this, indice] {
-        if (m_ritorno != indice)
-            return;
-        vaiA(indice);
-        m_ritorno = 0;
-    });
-}
-
-void GesDist::vaiA(int indice)
-{
-    if (QLineEdit *campo = m_txt.value(indice))
-        campo->setFocus(Qt::OtherFocusReason);
 }
 
 // The next field of the same panel, upwards or downwards, that can take the

@@ -11,7 +11,6 @@
 #include "frame/core/Giorni.h"
 #include "frame/core/Messaggi.h"
 #include "frame/core/Sessione.h"
-#include "lookup/Datario.h"
 #include "reports/Esporta.h"
 
 #include <QCheckBox>
@@ -28,35 +27,8 @@ namespace sorvane {
 
 namespace {
 
-std::int32_t GiornoOggi()
-{
-    const std::optional<QDate> oggi = LeggiData(sessione().OggiTesto);
-    return GiornoDaData(oggi ? *oggi : QDate::currentDate());
-}
-
-// The fields of a date: day, month, year.
-struct CampiData
-{
-    int giorno;
-    int mese;
-    int anno;
-};
 constexpr CampiData Dal{CampoGiornoDal, CampoMeseDal, CampoAnnoDal};
 constexpr CampiData Al{CampoGiornoAl, CampoMeseAl, CampoAnnoAl};
-
-// The three fields, each trimmed, joined by "/".
-QString DataDeiCampi(const QList<QLineEdit *> &txt, CampiData c)
-{
-    return txt[c.giorno]->text().trimmed() + QLatin1Char('/') + txt[c.mese]->text().trimmed()
-           + QLatin1Char('/') + txt[c.anno]->text().trimmed();
-}
-
-void ScriviData(const QList<QLineEdit *> &txt, CampiData c, const QDate &data)
-{
-    txt[c.giorno]->setText(GiornoTesto(data.day()));
-    txt[c.mese]->setText(MeseTesto(data.month()));
-    txt[c.anno]->setText(AnnoTesto(data.year()));
-}
 
 } // namespace
 
@@ -153,25 +125,13 @@ void GesDist::aggiorna()
 
 void GesDist::AggiornaSpin(int giorno, int mese, int anno, int passo)
 {
-    // A period left open, or a wrong date, moves from today.
-    const CampiData campi{giorno, mese, anno};
-    const QString testo = DataDeiCampi(m_txt, campi);
-    const std::optional<QDate> data =
-        testo == QLatin1String("//") ? std::nullopt : LeggiData(testo);
-    const std::int32_t numero = data ? GiornoDaData(*data) : GiornoOggi();
-    ScriviData(m_txt, campi, DataDaGiorno(numero + passo));
+    SpostaData(m_txt, {giorno, mese, anno}, passo);
 }
 
 void GesDist::ScegliData()
 {
     m_apriRicerca = true;
-    const QString testo = DataDeiCampi(m_txt, Dal);
-    datario().DataComune = DataComuneDaTesto(IsDate(testo) ? testo : sessione().OggiTesto);
-    datario().PeriodoScelto = -99;
-    MostraDatario(this);
-    const QDate scelta = DataDaGiorno(datario().DataComune);
-    if (scelta.isValid())
-        ScriviData(m_txt, Dal, scelta);
+    DataDalCalendario(this, m_txt, Dal);
     m_apriRicerca = false;
 }
 

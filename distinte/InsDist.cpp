@@ -1,5 +1,6 @@
 #include "distinte/InsDist.h"
 
+#include "distinte/CampiData.h"
 #include "distinte/CampiInsDist.h"
 #include "distinte/ModelloBkDistinte.h"
 #include "distinte/ModelloDistinte.h"
@@ -8,7 +9,6 @@
 #include "frame/core/Messaggi.h"
 #include "frame/core/Sessione.h"
 #include "frame/core/Valore.h"
-#include "frame/ui/Fine.h"
 #include "frame/ui/Finestra.h"
 #include "frame/ui/Schermo.h"
 #include "lookup/SceltaCliente.h"
@@ -26,7 +26,6 @@
 #include <QPalette>
 #include <QPushButton>
 #include <QTableView>
-#include <QTimer>
 #include <QVBoxLayout>
 
 namespace sorvane {
@@ -59,13 +58,6 @@ FormaCampo Forma(int indice)
     case CampoAssegno: return {15, 11};
     default: return {14, 12}; // product slices: the mark takes the fifteenth
     }
-}
-
-QLabel *Etichetta(const QString &testo, QWidget *padre)
-{
-    auto *l = new QLabel(testo, padre);
-    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return l;
 }
 
 } // namespace
@@ -176,56 +168,44 @@ QWidget *InsDist::costruisciCampi()
         campo->installEventFilter(this);
         m_txt.append(campo);
     }
-    auto riga = [&](std::initializer_list<QWidget *> w) {
-        auto *r = new QHBoxLayout;
-        r->setSpacing(6);
-        for (QWidget *x : w)
-            r->addWidget(x);
-        r->addStretch(1);
-        return r;
-    };
 
-    m_cmdData = new QPushButton(QStringLiteral("..."), riquadro);
-    m_cmdData->setToolTip(QStringLiteral("Calendario"));
-    m_cmdData->setAccessibleName(QStringLiteral("Calendario"));
-    m_cmdData->setFixedWidth(3 * m);
-    m_cmdData->setAutoDefault(false);
+    m_cmdData = PulsanteCalendario(QStringLiteral("cmdData"), riquadro);
     m_cmbSoc = new QComboBox(riquadro);
     m_cmbBanca = new QComboBox(riquadro);
     m_cauDes = new QLabel(riquadro);
     m_cauDes->setMinimumWidth(24 * m);
 
     int r = 0;
-    g->addWidget(Etichetta(QStringLiteral("Data"), riquadro), r, 0);
-    g->addLayout(riga({m_txt[1], m_txt[2], m_txt[3], m_cmdData}), r, 1);
-    g->addWidget(Etichetta(QStringLiteral("Ditta"), riquadro), r, 2);
-    g->addLayout(riga({m_cmbSoc}), r, 3);
+    g->addWidget(EtichettaCampo(QStringLiteral("Data"), riquadro), r, 0);
+    g->addLayout(InFila({m_txt[1], m_txt[2], m_txt[3], m_cmdData}), r, 1);
+    g->addWidget(EtichettaCampo(QStringLiteral("Ditta"), riquadro), r, 2);
+    g->addLayout(InFila({m_cmbSoc}), r, 3);
     ++r;
-    g->addWidget(Etichetta(QStringLiteral("Cliente"), riquadro), r, 0);
-    g->addLayout(riga({m_txt[4], m_txt[5]}), r, 1, 1, 3);
+    g->addWidget(EtichettaCampo(QStringLiteral("Cliente"), riquadro), r, 0);
+    g->addLayout(InFila({m_txt[4], m_txt[5]}), r, 1, 1, 3);
     ++r;
-    g->addWidget(Etichetta(QStringLiteral("Causale"), riquadro), r, 0);
-    g->addLayout(riga({m_txt[6], m_cauDes}), r, 1, 1, 3);
+    g->addWidget(EtichettaCampo(QStringLiteral("Causale"), riquadro), r, 0);
+    g->addLayout(InFila({m_txt[6], m_cauDes}), r, 1, 1, 3);
     ++r;
-    g->addWidget(Etichetta(QStringLiteral("Prodotti"), riquadro), r, 0);
-    g->addLayout(riga({m_txt[7], m_txt[8], m_txt[9], m_txt[10], m_txt[11]}), r, 1, 1, 3);
+    g->addWidget(EtichettaCampo(QStringLiteral("Prodotti"), riquadro), r, 0);
+    g->addLayout(InFila({m_txt[7], m_txt[8], m_txt[9], m_txt[10], m_txt[11]}), r, 1, 1, 3);
     ++r;
-    g->addWidget(Etichetta(QStringLiteral("Giro"), riquadro), r, 0);
-    g->addLayout(riga({m_txt[12], m_txt[13], m_txt[14], m_txt[15], m_txt[16]}), r, 1, 1, 3);
+    g->addWidget(EtichettaCampo(QStringLiteral("Giro"), riquadro), r, 0);
+    g->addLayout(InFila({m_txt[12], m_txt[13], m_txt[14], m_txt[15], m_txt[16]}), r, 1, 1, 3);
     ++r;
-    g->addWidget(Etichetta(QStringLiteral("Importo"), riquadro), r, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Importo"), riquadro), r, 0);
     // Amount and cheque, then bank and expenses: the order of moving, and
     // room for the longest bank.
-    auto *importi = riga({m_txt[17], m_txt[18]});
+    auto *importi = InFila({m_txt[17], m_txt[18]});
     importi->insertSpacing(importi->count() - 1, m);
-    importi->insertWidget(importi->count() - 1, Etichetta(QStringLiteral("Ass."), riquadro));
+    importi->insertWidget(importi->count() - 1, EtichettaCampo(QStringLiteral("Ass."), riquadro));
     importi->insertWidget(importi->count() - 1, m_txt[19]);
     g->addLayout(importi, r, 1, 1, 3);
     ++r;
-    g->addWidget(Etichetta(QStringLiteral("Banca"), riquadro), r, 0);
-    auto *banca = riga({m_cmbBanca});
+    g->addWidget(EtichettaCampo(QStringLiteral("Banca"), riquadro), r, 0);
+    auto *banca = InFila({m_cmbBanca});
     banca->insertSpacing(banca->count() - 1, m);
-    banca->insertWidget(banca->count() - 1, Etichetta(QStringLiteral("Spese UT"), riquadro));
+    banca->insertWidget(banca->count() - 1, EtichettaCampo(QStringLiteral("Spese UT"), riquadro));
     banca->insertWidget(banca->count() - 1, m_txt[20]);
     g->addLayout(banca, r, 1, 1, 3);
     g->setColumnStretch(3, 1);
@@ -333,17 +313,7 @@ bool InsDist::apriTemporaneo()
 void InsDist::showEvent(QShowEvent *evento)
 {
     QWidget::showEvent(evento);
-    if (m_attivato)
-        return;
-    m_attivato = true;
-    // The window state once the screen stands in its frame.
-    RipristinaFinestra(this);
-    // A load that failed does not leave the screen on view.
-    if (!m_bk.IsOpen()) {
-        QTimer::singleShot(0, this, &QWidget::close);
-        return;
-    }
-    QTimer::singleShot(0, this, [this] { vaiA(CampoCodiceCliente); });
+    PrimaVista(this, m_attivato, m_bk.IsOpen(), m_txt[CampoCodiceCliente]);
 }
 
 void InsDist::closeEvent(QCloseEvent *evento)
@@ -357,16 +327,9 @@ void InsDist::closeEvent(QCloseEvent *evento)
         evento->ignore();
         return;
     }
-    m_schermo->scarica();
-    tabelle().RsDistinte.Close();
-    tabelle().RsDistinte04.Close();
-    m_bk.Close();
-    if (m_grid->model()->columnCount() > 0)
-        SalvaLayoutGriglia(m_grid, ChiaveGriglia, 0);
-    SalvaFinestra(this);
+    ScaricaSchermo(m_schermo, {&tabelle().RsDistinte, &tabelle().RsDistinte04, &m_bk}, m_grid,
+                   ChiaveGriglia);
     evento->accept();
-    if (!sessione().ModoProva)
-        FineProgramma();
 }
 
 void InsDist::PulisciMaschera()

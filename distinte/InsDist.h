@@ -88,7 +88,6 @@ private:
     void vaiA(int indice);
     int campoSotto(int indice) const;
     int campoSopra(int indice) const;
-    int indiceDi(QObject *oggetto) const;
     void ApriRicercaCampo();
 
     QList<QLineEdit *> m_txt; // txt(1) to txt(20); [0] unused

@@ -34,33 +34,19 @@ bool Vuoto(const QLineEdit *campo) { return campo->text().trimmed().isEmpty(); }
 
 } // namespace
 
-int InsDist::indiceDi(QObject *oggetto) const
-{
-    for (int i = 1; i < m_txt.size(); ++i) {
-        if (m_txt[i] == oggetto)
-            return i;
-    }
-    return 0;
-}
-
 bool InsDist::eventFilter(QObject *oggetto, QEvent *evento)
 {
     if (OrdinaDaTestata(m_grid, oggetto, evento,
                         [this](int colonna, bool giu) { OrdinaColonna(colonna, giu); }))
         return false;
-    const int indice = indiceDi(oggetto);
+    const int indice = EventoCampo(m_txt, oggetto, evento, [this](int i, FuocoCampo fuoco) {
+        if (fuoco == FuocoCampo::Entrato)
+            fuocoEntrato(i);
+        else
+            fuocoUscito(i);
+    });
     if (indice == 0)
         return QWidget::eventFilter(oggetto, evento);
-    switch (FuocoDi(evento)) {
-    case FuocoCampo::Entrato:
-        fuocoEntrato(indice);
-        break;
-    case FuocoCampo::Lasciato:
-        fuocoUscito(indice);
-        break;
-    case FuocoCampo::Nessuno:
-        break;
-    }
     switch (evento->type()) {
     case QEvent::KeyPress: {
         const auto *tasto = static_cast<QKeyEvent *>(evento);
@@ -95,7 +81,7 @@ bool InsDist::tastoGiu(int codice, int)
         ApriRicercaCampo();
         return true;
     }
-    if (codice == tasti::Invio && indiceDi(focusWidget()) == CampoAssegno) {
+    if (codice == tasti::Invio && IndiceCampo(m_txt, focusWidget()) == CampoAssegno) {
         m_cmbBanca->setFocus(Qt::TabFocusReason);
         return true;
     }

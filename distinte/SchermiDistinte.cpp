@@ -1,18 +1,31 @@
 #include "distinte/SchermiDistinte.h"
 
 #include "frame/core/Formato.h"
+#include "frame/core/Sessione.h"
+#include "frame/ui/Fine.h"
+#include "frame/ui/Finestra.h"
+#include "frame/ui/Schermo.h"
 #include "store/Connessione.h"
+#include "store/Griglie.h"
+#include "store/Recordset.h"
 
 #include <QComboBox>
 #include <QFocusEvent>
-#include <QHash>
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPalette>
+#include <QPushButton>
 #include <QSqlQuery>
 #include <QStyledItemDelegate>
 #include <QStyle>
 #include <QTableView>
+#include <QTimer>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -63,6 +76,89 @@ QStringList TestiPiuLarghi(const QString &testata)
 
 } // namespace
 
+QLabel *EtichettaCampo(const QString &testo, QWidget *padre)
+{
+    auto *l = new QLabel(testo, padre);
+    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return l;
+}
+
+QHBoxLayout *InFila(std::initializer_list<QWidget *> widget, bool spinta)
+{
+    auto *r = new QHBoxLayout;
+    r->setSpacing(6);
+    for (QWidget *w : widget)
+        r->addWidget(w);
+    if (spinta)
+        r->addStretch(1);
+    return r;
+}
+
+QPushButton *PulsanteRiga(const QString &testo, const QString &nome, QWidget *padre)
+{
+    auto *b = new QPushButton(testo, padre);
+    b->setObjectName(nome);
+    b->setMinimumWidth(110);
+    b->setAutoDefault(false);
+    QSizePolicy p = b->sizePolicy();
+    p.setRetainSizeWhenHidden(true);
+    b->setSizePolicy(p);
+    return b;
+}
+
+QHBoxLayout *FilaPulsanti(std::initializer_list<QWidget *> azioni, QWidget *uscita)
+{
+    auto *r = new QHBoxLayout;
+    r->setSpacing(8);
+    for (QWidget *b : azioni)
+        r->addWidget(b);
+    r->addStretch(1);
+    r->addWidget(uscita);
+    return r;
+}
+
+QGridLayout *RiquadroCampi(QFrame *riquadro)
+{
+    riquadro->setFrameShape(QFrame::StyledPanel);
+    auto *g = new QGridLayout(riquadro);
+    g->setContentsMargins(10, 8, 10, 8);
+    g->setHorizontalSpacing(6);
+    g->setVerticalSpacing(6);
+    return g;
+}
+
+QGridLayout *PannelloModulo(QFrame *modulo, QLabel *titolo)
+{
+    modulo->setObjectName(QStringLiteral("pctMod"));
+    modulo->setAutoFillBackground(true);
+    QFont grassetto = titolo->font();
+    grassetto.setBold(true);
+    titolo->setFont(grassetto);
+    QGridLayout *g = RiquadroCampi(modulo);
+    g->addWidget(titolo, 0, 0, 1, 4);
+    return g;
+}
+
+void DisponiSchermo(QWidget *schermo, QWidget *modulo, QWidget *lista)
+{
+    auto *colonna = new QVBoxLayout(schermo);
+    colonna->setContentsMargins(10, 10, 10, 10);
+    colonna->setSpacing(8);
+    colonna->addWidget(modulo);
+    colonna->addWidget(lista, 1);
+}
+
+void DisponiLista(QWidget *lista, QWidget *filtro, QWidget *pulsanti, QWidget *griglia)
+{
+    lista->setObjectName(QStringLiteral("pctLista"));
+    auto *colonna = new QVBoxLayout(lista);
+    colonna->setContentsMargins(0, 0, 0, 0);
+    colonna->setSpacing(8);
+    colonna->addWidget(filtro);
+    colonna->addWidget(pulsanti);
+    colonna->addWidget(griglia, 1);
+}
+
 void PreparaGrigliaDistinte(QTableView *griglia, QStyledItemDelegate *delegato,
                             QObject *osservatore)
 {
@@ -89,7 +185,7 @@ void PreparaGrigliaDistinte(QTableView *griglia, QStyledItemDelegate *delegato,
     testata->viewport()->installEventFilter(osservatore);
 }
 
-void LarghezzeDiApertura(QTableView *griglia)
+void LarghezzeDiApertura(QTableView *griglia, const QHash<QString, QStringList> &proprie)
 {
     const QFontMetrics misura = griglia->fontMetrics();
     // The cell's text stands inside a margin on either side and the grid line.
@@ -103,7 +199,9 @@ void LarghezzeDiApertura(QTableView *griglia)
         auto larghezza = perTestata.find(titolo);
         if (larghezza == perTestata.end()) {
             larghezza = perTestata.insert(titolo, 0);
-            for (const QString &testo : TestiPiuLarghi(titolo))
+            const auto propri = proprie.constFind(titolo);
+            for (const QString &testo :
+                 propri == proprie.constEnd() ? TestiPiuLarghi(titolo) : *propri)
                 *larghezza = std::max(*larghezza, misura.horizontalAdvance(testo) + margine);
         }
         griglia->setColumnWidth(c, std::max(*larghezza, testata->sectionSizeHint(c)));
@@ -146,6 +244,103 @@ FuocoCampo FuocoDi(const QEvent *evento)
     return perche == Qt::ActiveWindowFocusReason || perche == Qt::PopupFocusReason
                ? FuocoCampo::Nessuno
                : FuocoCampo::Lasciato;
+}
+
+int EventoCampo(const QList<QLineEdit *> &txt, const QObject *oggetto, const QEvent *evento,
+                const std::function<void(int indice, FuocoCampo fuoco)> &fuoco)
+{
+    const int indice = IndiceCampo(txt, oggetto);
+    if (indice == 0)
+        return 0;
+    const FuocoCampo f = FuocoDi(evento);
+    if (f != FuocoCampo::Nessuno)
+        fuoco(indice, f);
+    return indice;
+}
+
+int IndiceCampo(const QList<QLineEdit *> &txt, const QObject *oggetto)
+{
+    for (int i = 1; i < txt.size(); ++i) {
+        if (txt[i] == oggetto)
+            return i;
+    }
+    return 0;
+}
+
+void RitornoCampo::vaiA(int indice) const
+{
+    if (QLineEdit *campo = m_txt.value(indice))
+        campo->setFocus(Qt::OtherFocusReason);
+}
+
+void RitornoCampo::tornaA(int indice)
+{
+    m_ritorno = indice;
+    QTimer::singleShot(0, m_schermo, [this, indice] {
+        if (m_ritorno != indice)
+            return;
+        vaiA(indice);
+        m_ritorno = 0;
+    });
+}
+
+void RitornoCampo::entrato(int indice)
+{
+    if (indice == m_ritorno)
+        m_ritorno = 0;
+}
+
+void ApriModulo(QWidget *lista, QWidget *modulo, QWidget *primo, bool nascondiLista)
+{
+    modulo->setEnabled(true);
+    modulo->show();
+    primo->setFocus(Qt::OtherFocusReason);
+    if (nascondiLista)
+        lista->hide();
+    else
+        lista->setEnabled(false);
+}
+
+void ChiudiModulo(QWidget *modulo)
+{
+    modulo->hide();
+    modulo->setEnabled(false);
+}
+
+void TornaAllaLista(QWidget *lista, QWidget *modulo, QTableView *griglia)
+{
+    lista->setEnabled(true);
+    lista->show();
+    griglia->setFocus(Qt::OtherFocusReason);
+    ChiudiModulo(modulo);
+}
+
+void PrimaVista(QWidget *schermo, bool &attivato, bool caricato, QWidget *primo)
+{
+    if (attivato)
+        return;
+    attivato = true;
+    // The window state once the screen stands in its frame.
+    RipristinaFinestra(schermo);
+    if (!caricato) {
+        QTimer::singleShot(0, schermo, &QWidget::close);
+        return;
+    }
+    QTimer::singleShot(0, primo, [primo] { primo->setFocus(Qt::OtherFocusReason); });
+}
+
+void ScaricaSchermo(Schermo *regole, std::initializer_list<Recordset *> tabelle,
+                    QTableView *griglia, const QString &chiave)
+{
+    regole->scarica();
+    for (Recordset *t : tabelle)
+        t->Close();
+    // A grid that never had its columns has no widths to keep.
+    if (griglia && griglia->model()->columnCount() > 0)
+        SalvaLayoutGriglia(griglia, chiave, 0);
+    SalvaFinestra(regole->schermo());
+    if (!sessione().ModoProva)
+        FineProgramma();
 }
 
 } // namespace sorvane

@@ -1,11 +1,9 @@
 #include "ledger04/GesDist4.h"
 
+#include "distinte/CampiData.h"
 #include "distinte/CampiInsDist.h"
-#include "distinte/GesDist.h"
 #include "distinte/SchermiDistinte.h"
 #include "frame/core/Sessione.h"
-#include "frame/ui/Fine.h"
-#include "frame/ui/Finestra.h"
 #include "frame/ui/Schermo.h"
 #include "ledger04/ControllaCampo4.h"
 #include "ledger04/Distinte04.h"
@@ -24,9 +22,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStyledItemDelegate>
 #include <QTableView>
-#include <QTimer>
 #include <QVBoxLayout>
 
 namespace sorvane {
@@ -65,54 +61,6 @@ Misura MisuraCampo(int indice)
     }
 }
 
-QLabel *Etichetta(const QString &testo, QWidget *padre)
-{
-    auto *l = new QLabel(testo, padre);
-    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return l;
-}
-
-QHBoxLayout *InFila(std::initializer_list<QWidget *> widget)
-{
-    auto *r = new QHBoxLayout;
-    r->setSpacing(6);
-    for (QWidget *w : widget)
-        r->addWidget(w);
-    r->addStretch(1);
-    return r;
-}
-
-QPushButton *Pulsante(const QString &testo, const QString &nome, QWidget *padre)
-{
-    auto *b = new QPushButton(testo, padre);
-    b->setObjectName(nome);
-    b->setMinimumWidth(110);
-    b->setAutoDefault(false);
-    QSizePolicy p = b->sizePolicy();
-    p.setRetainSizeWhenHidden(true);
-    b->setSizePolicy(p);
-    return b;
-}
-
-QPushButton *PulsanteData(int indice, QWidget *padre)
-{
-    auto *b = new QPushButton(QStringLiteral("..."), padre);
-    b->setObjectName(QStringLiteral("cmdData_%1").arg(indice));
-    b->setToolTip(QStringLiteral("Calendario"));
-    b->setAccessibleName(QStringLiteral("Calendario"));
-    b->setFixedWidth(3 * b->fontMetrics().horizontalAdvance(QLatin1Char('M')));
-    b->setFocusPolicy(Qt::NoFocus);
-    return b;
-}
-
-PulsanteSpin *Spin(const QString &nome, QWidget *padre)
-{
-    auto *s = new PulsanteSpin(padre);
-    s->setObjectName(nome);
-    s->setAccessibleName(QStringLiteral("Giorno avanti o indietro"));
-    return s;
-}
-
 } // namespace
 
 GesDist4::GesDist4(QWidget *padre) : QWidget(padre)
@@ -135,11 +83,8 @@ void GesDist4::costruisci()
     for (int i = 0; i <= Campo04NomeFiltro; ++i)
         m_txt.append(nullptr);
     m_cmdData = {nullptr, nullptr, nullptr};
-    auto *colonna = new QVBoxLayout(this);
-    colonna->setContentsMargins(10, 10, 10, 10);
-    colonna->setSpacing(8);
-    colonna->addWidget(costruisciModifica());
-    colonna->addWidget(costruisciLista(), 1);
+    QWidget *modulo = costruisciModifica();
+    DisponiSchermo(this, modulo, costruisciLista());
     installaSchermo();
     ordineTab();
 
@@ -175,43 +120,26 @@ QLineEdit *GesDist4::nuovoCampo(int indice, QWidget *padre)
 QWidget *GesDist4::costruisciLista()
 {
     m_pctLista = new QWidget(this);
-    m_pctLista->setObjectName(QStringLiteral("pctLista"));
-    auto *colonna = new QVBoxLayout(m_pctLista);
-    colonna->setContentsMargins(0, 0, 0, 0);
-    colonna->setSpacing(8);
-    colonna->addWidget(costruisciFiltri());
-    colonna->addWidget(costruisciPulsanti());
-
-    m_grid = new QTableView(m_pctLista);
-    m_grid->setObjectName(QStringLiteral("TDBGrid1"));
-    m_grid->setAccessibleName(QStringLiteral("Movimenti 04"));
+    QWidget *filtri = costruisciFiltri();
+    QWidget *pulsanti = costruisciPulsanti();
     m_data1 = new ModelloDistinte04(this);
-    m_grid->setModel(m_data1);
-    PreparaGrigliaDistinte(m_grid, new QStyledItemDelegate(m_grid), this);
+    m_grid = GrigliaDistinte04(m_data1, QStringLiteral("Movimenti 04"), m_pctLista, this);
     connect(m_grid, &QTableView::doubleClicked, this,
             [this](const QModelIndex &i) { ApriRiga(i.row()); });
-    const int c = fontMetrics().horizontalAdvance(QLatin1Char('0'));
-    const int larghezze[ColonneLista04] = {8, 10, 20, 18, 14, 4, 12};
-    for (int i = 0; i < ColonneLista04; ++i)
-        m_grid->setColumnWidth(i, larghezze[i] * c + 12);
-    colonna->addWidget(m_grid, 1);
+    DisponiLista(m_pctLista, filtri, pulsanti, m_grid);
     return m_pctLista;
 }
 
 QWidget *GesDist4::costruisciFiltri()
 {
     auto *riquadro = new QFrame(m_pctLista);
-    riquadro->setFrameShape(QFrame::StyledPanel);
-    auto *g = new QGridLayout(riquadro);
-    g->setContentsMargins(10, 8, 10, 8);
-    g->setHorizontalSpacing(6);
-    g->setVerticalSpacing(6);
+    QGridLayout *g = RiquadroCampi(riquadro);
     for (int i = Campo04GiornoDal; i <= Campo04NomeFiltro; ++i)
         nuovoCampo(i, riquadro);
-    m_spin1 = Spin(QStringLiteral("SpinButton1"), riquadro);
-    m_spin2 = Spin(QStringLiteral("SpinButton2"), riquadro);
-    m_cmdData[1] = PulsanteData(1, riquadro);
-    m_cmdData[2] = PulsanteData(2, riquadro);
+    m_spin1 = NuovoSpin(QStringLiteral("SpinButton1"), QStringLiteral("Dal"), riquadro);
+    m_spin2 = NuovoSpin(QStringLiteral("SpinButton2"), QStringLiteral("al"), riquadro);
+    m_cmdData[1] = PulsanteCalendario(QStringLiteral("cmdData_1"), riquadro);
+    m_cmdData[2] = PulsanteCalendario(QStringLiteral("cmdData_2"), riquadro);
     m_cmbSoc1 = new QComboBox(riquadro);
     m_cmbSoc1->setObjectName(QStringLiteral("cmbSoc_1"));
     m_cmbSoc1->setAccessibleName(QStringLiteral("Ditta del filtro"));
@@ -220,20 +148,20 @@ QWidget *GesDist4::costruisciFiltri()
     m_chkClose = new QCheckBox(QStringLiteral("Chiusi"), riquadro);
     m_chkClose->setObjectName(QStringLiteral("chkClose"));
 
-    g->addWidget(Etichetta(QStringLiteral("Dal "), riquadro), 0, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Dal "), riquadro), 0, 0);
     g->addLayout(InFila({m_txt[10], m_txt[11], m_txt[12], m_spin1, m_cmdData[1]}), 0, 1);
-    g->addWidget(Etichetta(QStringLiteral("al "), riquadro), 0, 2);
+    g->addWidget(EtichettaCampo(QStringLiteral("al "), riquadro), 0, 2);
     g->addLayout(InFila({m_txt[13], m_txt[14], m_txt[15], m_spin2, m_cmdData[2]}), 0, 3);
-    g->addWidget(Etichetta(QStringLiteral("Cliente"), riquadro), 1, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Cliente"), riquadro), 1, 0);
     g->addLayout(InFila({m_txt[16], m_txt[17], m_chkClose}), 1, 1, 1, 3);
-    g->addWidget(Etichetta(QStringLiteral("Gruppo"), riquadro), 1, 4);
+    g->addWidget(EtichettaCampo(QStringLiteral("Gruppo"), riquadro), 1, 4);
     g->addLayout(InFila({m_lbTeam}), 1, 5);
-    g->addWidget(Etichetta(QStringLiteral("Ditta"), riquadro), 2, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Ditta"), riquadro), 2, 0);
     g->addLayout(InFila({m_cmbSoc1}), 2, 1, 1, 3);
     g->setColumnStretch(5, 1);
 
-    connect(m_spin1, &PulsanteSpin::passo, this, [this](int p) { spin(Campo04GiornoDal, p); });
-    connect(m_spin2, &PulsanteSpin::passo, this, [this](int p) { spin(Campo04GiornoAl, p); });
+    connect(m_spin1, &PulsanteSpin::passo, this, [this](int p) { spin(1, p); });
+    connect(m_spin2, &PulsanteSpin::passo, this, [this](int p) { spin(2, p); });
     connect(m_cmdData[1], &QPushButton::clicked, this, [this] { ScegliData(1); });
     connect(m_cmdData[2], &QPushButton::clicked, this, [this] { ScegliData(2); });
     connect(m_lbTeam, &EtichettaSquadra::cliccata, this, &GesDist4::ClickSquadra);
@@ -243,19 +171,14 @@ QWidget *GesDist4::costruisciFiltri()
 QWidget *GesDist4::costruisciPulsanti()
 {
     auto *riquadro = new QWidget(m_pctLista);
-    auto *r = new QHBoxLayout(riquadro);
-    r->setContentsMargins(0, 0, 0, 0);
-    r->setSpacing(8);
     const char *const titoli[] = {"&USCITA", "&ESTRAI", "&STAMPA", "&AGGIUNGI"};
     for (const char *t : titoli)
-        m_command1.append(Pulsante(QString::fromLatin1(t),
+        m_command1.append(PulsanteRiga(QString::fromLatin1(t),
                                    QStringLiteral("Command1_%1").arg(m_command1.size()),
                                    riquadro));
-    r->addWidget(m_command1[1]);
-    r->addWidget(m_command1[3]);
-    r->addWidget(m_command1[2]);
-    r->addStretch(1);
-    r->addWidget(m_command1[0]);
+    QHBoxLayout *r = FilaPulsanti({m_command1[1], m_command1[3], m_command1[2]}, m_command1[0]);
+    r->setContentsMargins(0, 0, 0, 0);
+    riquadro->setLayout(r);
     connect(m_command1[0], &QPushButton::clicked, this, &QWidget::close);
     connect(m_command1[1], &QPushButton::clicked, this, &GesDist4::Estrai);
     connect(m_command1[2], &QPushButton::clicked, this, &GesDist4::Stampa);
@@ -267,21 +190,12 @@ QWidget *GesDist4::costruisciModifica()
 {
     auto *riquadro = new QFrame(this);
     m_pctMod = riquadro;
-    riquadro->setObjectName(QStringLiteral("pctMod"));
-    riquadro->setFrameShape(QFrame::StyledPanel);
-    riquadro->setAutoFillBackground(true);
-    auto *g = new QGridLayout(riquadro);
-    g->setContentsMargins(10, 8, 10, 8);
-    g->setHorizontalSpacing(6);
-    g->setVerticalSpacing(6);
     for (int i = Campo04Giorno; i <= Campo04Importo; ++i)
         nuovoCampo(i, riquadro);
     const int m = fontMetrics().horizontalAdvance(QLatin1Char('M'));
     m_label2 = new QLabel(QStringLiteral("MODIFICA MOVIMENTO "), riquadro);
     m_label2->setObjectName(QStringLiteral("Label2"));
-    QFont grassetto = m_label2->font();
-    grassetto.setBold(true);
-    m_label2->setFont(grassetto);
+    QGridLayout *g = PannelloModulo(riquadro, m_label2);
     m_cmbSoc0 = new QComboBox(riquadro);
     m_cmbSoc0->setObjectName(QStringLiteral("cmbSoc_0"));
     m_cmbSoc0->setAccessibleName(QStringLiteral("Ditta"));
@@ -289,24 +203,23 @@ QWidget *GesDist4::costruisciModifica()
     m_cauDes = new QLabel(riquadro);
     m_cauDes->setObjectName(QStringLiteral("CauDes"));
     m_cauDes->setMinimumWidth(24 * m);
-    m_spinM = Spin(QStringLiteral("SpinButtonM"), riquadro);
-    m_cmdData[0] = PulsanteData(0, riquadro);
-    m_cmdMOD = Pulsante(QStringLiteral("&CONFERMA"), QStringLiteral("cmdMOD"), riquadro);
-    m_cmdDEL = Pulsante(QStringLiteral("&ELIMINA"), QStringLiteral("cmdDEL"), riquadro);
-    m_cndEND = Pulsante(QStringLiteral("&USCITA"), QStringLiteral("cndEND"), riquadro);
+    m_spinM = NuovoSpin(QStringLiteral("SpinButtonM"), QStringLiteral("Data"), riquadro);
+    m_cmdData[0] = PulsanteCalendario(QStringLiteral("cmdData_0"), riquadro);
+    m_cmdMOD = PulsanteRiga(QStringLiteral("&CONFERMA"), QStringLiteral("cmdMOD"), riquadro);
+    m_cmdDEL = PulsanteRiga(QStringLiteral("&ELIMINA"), QStringLiteral("cmdDEL"), riquadro);
+    m_cndEND = PulsanteRiga(QStringLiteral("&USCITA"), QStringLiteral("cndEND"), riquadro);
 
-    g->addWidget(m_label2, 0, 0, 1, 4);
-    g->addWidget(Etichetta(QStringLiteral("Ditta"), riquadro), 1, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Ditta"), riquadro), 1, 0);
     g->addLayout(InFila({m_cmbSoc0}), 1, 1);
-    g->addWidget(Etichetta(QStringLiteral("Data"), riquadro), 1, 2);
+    g->addWidget(EtichettaCampo(QStringLiteral("Data"), riquadro), 1, 2);
     g->addLayout(InFila({m_txt[1], m_txt[2], m_txt[3], m_spinM, m_cmdData[0]}), 1, 3);
-    g->addWidget(Etichetta(QStringLiteral("Cliente"), riquadro), 2, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Cliente"), riquadro), 2, 0);
     g->addLayout(InFila({m_txt[4], m_txt[5]}), 2, 1, 1, 3);
-    g->addWidget(Etichetta(QStringLiteral("Caus."), riquadro), 3, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Caus."), riquadro), 3, 0);
     g->addLayout(InFila({m_txt[6], m_cauDes}), 3, 1, 1, 3);
-    g->addWidget(Etichetta(QStringLiteral("Prod."), riquadro), 4, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Prod."), riquadro), 4, 0);
     g->addLayout(InFila({m_txt[7]}), 4, 1, 1, 3);
-    g->addWidget(Etichetta(QStringLiteral("Imp."), riquadro), 5, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Imp."), riquadro), 5, 0);
     g->addLayout(InFila({m_txt[8], m_txt[9]}), 5, 1, 1, 3);
     auto *pulsanti = new QVBoxLayout;
     pulsanti->setSpacing(8);
@@ -317,7 +230,7 @@ QWidget *GesDist4::costruisciModifica()
     g->addLayout(pulsanti, 1, 4, 5, 1);
     g->setColumnStretch(3, 1);
 
-    connect(m_spinM, &PulsanteSpin::passo, this, [this](int p) { spin(Campo04Giorno, p); });
+    connect(m_spinM, &PulsanteSpin::passo, this, [this](int p) { spin(0, p); });
     connect(m_cmdData[0], &QPushButton::clicked, this, [this] { ScegliData(0); });
     connect(m_cmdMOD, &QPushButton::clicked, this, &GesDist4::Conferma);
     connect(m_cmdDEL, &QPushButton::clicked, this, &GesDist4::Elimina);
@@ -346,8 +259,12 @@ void GesDist4::ordineTab()
     ordine << m_cmdMOD << m_cmdDEL << m_cndEND << m_cmbSoc1;
     for (int i = Campo04GiornoDal; i <= Campo04NomeFiltro; ++i)
         ordine.append(m_txt[i]);
+    // The dates' arrows and calendars after the grid, just before the first
+    // field of their panel again, so that Enter through the fields never
+    // stops on them.
     ordine << m_chkClose << m_command1[1] << m_command1[3] << m_command1[2] << m_command1[0]
-           << m_grid;
+           << m_grid << m_spin1 << m_cmdData[1] << m_spin2 << m_cmdData[2] << m_spinM
+           << m_cmdData[0];
     for (int i = 1; i < ordine.size(); ++i)
         setTabOrder(ordine[i - 1], ordine[i]);
 }
@@ -368,7 +285,7 @@ void GesDist4::carica()
     m_txt[Campo04GiornoAl]->setText(oggi.mid(0, 2));
     m_txt[Campo04MeseAl]->setText(oggi.mid(3, 2));
     m_txt[Campo04AnnoAl]->setText(oggi.right(4));
-    m_pctMod->hide();
+    ChiudiModulo(m_pctMod);
     m_command1[2]->hide();
     m_command1[3]->hide();
     CaricaLayoutGriglia(m_grid, ChiaveGriglia, 0);
@@ -378,27 +295,13 @@ void GesDist4::carica()
 void GesDist4::showEvent(QShowEvent *evento)
 {
     QWidget::showEvent(evento);
-    if (m_attivato)
-        return;
-    m_attivato = true;
-    RipristinaFinestra(this);
-    if (!tabelle().RsDistinte04.IsOpen()) {
-        QTimer::singleShot(0, this, &QWidget::close);
-        return;
-    }
-    QTimer::singleShot(0, this, [this] { vaiA(Campo04GiornoDal); });
+    PrimaVista(this, m_attivato, tabelle().RsDistinte04.IsOpen(), m_txt[Campo04GiornoDal]);
 }
 
 void GesDist4::closeEvent(QCloseEvent *evento)
 {
-    // From here no field is checked as the focus leaves it.
-    m_chiusura = true;
-    tabelle().RsDistinte04.Close();
-    SalvaLayoutGriglia(m_grid, ChiaveGriglia, 0);
-    SalvaFinestra(this);
+    ScaricaSchermo(m_schermo, {&tabelle().RsDistinte04}, m_grid, ChiaveGriglia);
     evento->accept();
-    if (!sessione().ModoProva)
-        FineProgramma();
 }
 
 } // namespace sorvane

@@ -6,6 +6,7 @@
 // new one. The screen mechanics are those of the slips' management.
 
 #include "distinte/Gestione.h"
+#include "distinte/SchermiDistinte.h"
 
 #include <QList>
 #include <QWidget>
@@ -89,16 +90,14 @@ private:
     void carica();
     void aggiornaPulsanti();
     void aggiorna();
-    void mostraModifica(const QString &titolo);
+    void mostraModifica(const QString &titolo, int primo);
     void tornaAllaLista();
-    void spin(int primo, int passo);
+    void spin(int data, int passo); // data as cmdData's index
 
     void fuocoEntrato(int indice);
     void fuocoUscito(int indice);
     bool tastoGiu(int codice, int maschera);
-    void tornaA(int indice);
-    void vaiA(int indice);
-    int indiceDi(QObject *oggetto) const;
+    void vaiA(int indice) { m_fuoco.vaiA(indice); }
     bool fermo() const;
 
     QList<QLineEdit *> m_txt; // txt(1) to txt(17); [0] unused
@@ -128,11 +127,10 @@ private:
     CondizioneDistinte m_condizione;
     FiltroDistinte m_filtro;
     std::int32_t m_codiceMovimento = 0;
-    int m_ritorno = 0;
+    RitornoCampo m_fuoco{this, m_txt};
     bool m_occupato = false; // a lookup, a popup or a button routine is running
     bool m_errore = false;   // a field's message is being shown
     bool m_attivato = false;
-    bool m_chiusura = false; // the screen is unloading
 };
 
 } // namespace sorvane

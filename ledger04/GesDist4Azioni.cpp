@@ -3,7 +3,9 @@
 
 #include "ledger04/GesDist4.h"
 
+#include "distinte/CampiData.h"
 #include "distinte/CampiInsDist.h"
+#include "distinte/SchermiDistinte.h"
 #include "frame/core/Campi.h"
 #include "frame/core/Giorni.h"
 #include "frame/core/Messaggi.h"
@@ -16,7 +18,6 @@
 #include "ledger04/ModelloDistinte04.h"
 #include "ledger04/Squadre.h"
 #include "ledger04/StampaDistinta04.h"
-#include "lookup/Datario.h"
 #include "store/Cliente.h"
 #include "store/Descrizioni.h"
 #include "store/Tabelle.h"
@@ -33,24 +34,10 @@ namespace {
 
 const QString ErroreModifica = QStringLiteral("Errore in aggiornamento del movimento");
 
-std::int32_t GiornoOggi()
-{
-    const std::optional<QDate> oggi = LeggiData(sessione().OggiTesto);
-    return GiornoDaData(oggi ? *oggi : QDate::currentDate());
-}
-
-QString DataDeiCampi(const QList<QLineEdit *> &txt, int giorno)
-{
-    return txt[giorno]->text().trimmed() + QLatin1Char('/') + txt[giorno + 1]->text().trimmed()
-           + QLatin1Char('/') + txt[giorno + 2]->text().trimmed();
-}
-
-void ScriviData(const QList<QLineEdit *> &txt, int giorno, const QDate &data)
-{
-    txt[giorno]->setText(GiornoTesto(data.day()));
-    txt[giorno + 1]->setText(MeseTesto(data.month()));
-    txt[giorno + 2]->setText(AnnoTesto(data.year()));
-}
+// The dates of the screen, by the index of their calendar button.
+constexpr CampiData Date[] = {{Campo04Giorno, Campo04Mese, Campo04Anno},
+                              {Campo04GiornoDal, Campo04MeseDal, Campo04AnnoDal},
+                              {Campo04GiornoAl, Campo04MeseAl, Campo04AnnoAl}};
 
 QString ConMotivo(const QString &testo, const QString &motivo)
 {
@@ -63,8 +50,8 @@ void GesDist4::Estrai()
 {
     CursoreAttesa();
     m_filtro = FiltroDistinte{};
-    m_filtro.dal = DataDeiCampi(m_txt, Campo04GiornoDal);
-    m_filtro.al = DataDeiCampi(m_txt, Campo04GiornoAl);
+    m_filtro.dal = DataDeiCampi(m_txt, Date[1]);
+    m_filtro.al = DataDeiCampi(m_txt, Date[2]);
     m_filtro.codiceCliente = m_txt[Campo04CodiceFiltro]->text();
     m_filtro.nomeCliente = m_txt[Campo04NomeFiltro]->text();
     m_filtro.ditta = m_cmbSoc1->currentText();
@@ -131,26 +118,12 @@ void GesDist4::ClickSquadra()
     Estrai();
 }
 
-void GesDist4::spin(int primo, int passo)
-{
-    const QString testo = DataDeiCampi(m_txt, primo);
-    const std::optional<QDate> data =
-        testo == QLatin1String("//") ? std::nullopt : LeggiData(testo);
-    ScriviData(m_txt, primo, DataDaGiorno((data ? GiornoDaData(*data) : GiornoOggi()) + passo));
-}
+void GesDist4::spin(int data, int passo) { SpostaData(m_txt, Date[data], passo); }
 
 void GesDist4::ScegliData(int indice)
 {
-    const int primo = indice == 0 ? Campo04Giorno
-                      : indice == 1 ? Campo04GiornoDal : Campo04GiornoAl;
     m_occupato = true;
-    const QString testo = DataDeiCampi(m_txt, primo);
-    datario().DataComune = DataComuneDaTesto(IsDate(testo) ? testo : sessione().OggiTesto);
-    datario().PeriodoScelto = -99;
-    MostraDatario(this);
-    const QDate scelta = DataDaGiorno(datario().DataComune);
-    if (scelta.isValid())
-        ScriviData(m_txt, primo, scelta);
+    DataDalCalendario(this, m_txt, Date[indice]);
     m_occupato = false;
 }
 
@@ -160,7 +133,7 @@ void GesDist4::NuovoMovimento04()
     m_occupato = true;
     if (m_cmbSoc0->count() > 0)
         m_cmbSoc0->setCurrentIndex(std::max(0, m_cmbSoc0->findText(m_cmbSoc1->currentText())));
-    ScriviData(m_txt, Campo04Giorno, DataDaGiorno(GiornoOggi()));
+    ScriviData(m_txt, Date[0], DataDaGiorno(GiornoOggi()));
     for (int i = Campo04CodiceCliente; i <= Campo04Importo; ++i)
         m_txt[i]->clear();
     m_cauDes->clear();
@@ -169,12 +142,12 @@ void GesDist4::NuovoMovimento04()
     m_controllo->base.ClienteCorrente = m_filtro.cliente() > 0
         ? m_filtro.cliente()
         : static_cast<std::int32_t>(CDbl(DataDaCampo(m_txt[Campo04CodiceFiltro]->text())));
-    mostraModifica(QStringLiteral("INSERIMENTO MOVIMENTO N. ")
-                   + QString::number(NumeroMostrato04(m_codiceMovimento)));
     int primo = Campo04Giorno;
     while (primo < Campo04Importo && !m_txt[primo]->text().trimmed().isEmpty())
         ++primo;
-    vaiA(primo);
+    mostraModifica(QStringLiteral("INSERIMENTO MOVIMENTO N. ")
+                       + QString::number(NumeroMostrato04(m_codiceMovimento)),
+                   primo);
     m_occupato = false;
 }
 
@@ -189,7 +162,7 @@ void GesDist4::ApriRiga(int riga)
     m_occupato = true;
     m_codiceMovimento = codice;
     m_cmbSoc0->setCurrentIndex(m_cmbSoc0->findText(r->dstDitta.trimmed()));
-    ScriviData(m_txt, Campo04Giorno, DataDaGiorno(r->dstData));
+    ScriviData(m_txt, Date[0], DataDaGiorno(r->dstData));
     CaricaCliente(r->dstCliente);
     m_controllo->base.ClienteCorrente = r->dstCliente;
     m_txt[Campo04CodiceCliente]->setText(QString::number(r->dstCliente));
@@ -202,16 +175,16 @@ void GesDist4::ApriRiga(int riga)
     m_txt[Campo04Importo]->setText(FormatoImporto(r->dstMoneta.trimmed(), r->dstImporto));
     sessione().CodiceStop = 0;
     mostraModifica(QStringLiteral("MODIFICA MOVIMENTO N. ")
-                   + QString::number(NumeroMostrato04(codice)));
-    vaiA(Campo04Giorno);
+                       + QString::number(NumeroMostrato04(codice)),
+                   Campo04Giorno);
     m_occupato = false;
 }
 
-void GesDist4::mostraModifica(const QString &titolo)
+void GesDist4::mostraModifica(const QString &titolo, int primo)
 {
     m_label2->setText(titolo);
-    m_pctMod->show();
-    m_pctLista->hide();
+    // The form takes the list's place.
+    ApriModulo(m_pctLista, m_pctMod, m_txt[primo], true);
 }
 
 void GesDist4::Conferma()
@@ -228,7 +201,7 @@ void GesDist4::Conferma()
     RigaDistinta04 r;
     r.dstCodice = m_codiceMovimento;
     r.dstDitta = m_cmbSoc0->currentText();
-    r.dstData = GiornoDaData(LeggiData(DataDeiCampi(m_txt, Campo04Giorno)).value_or(QDate()));
+    r.dstData = GiornoDaData(LeggiData(DataDeiCampi(m_txt, Date[0])).value_or(QDate()));
     r.dstCliente = m_controllo->ClienteCorrente();
     r.dstCausale = m_txt[Campo04Causale]->text();
     r.dstCodP = m_txt[Campo04Prodotto]->text();
@@ -260,6 +233,10 @@ void GesDist4::Elimina()
     if (!esito.riuscito) {
         sessione().TestoErrore = esito.errore;
         Messaggio(esito.errore, QString(), Icona::Stop);
+        // Nothing was deleted: the row stays in the form, to try again or
+        // to leave.
+        m_occupato = false;
+        return;
     }
     tornaAllaLista();
     aggiorna();
@@ -278,9 +255,7 @@ void GesDist4::tornaAllaLista()
 {
     // The panel's field in focus is not left for a check: the panel closes.
     m_occupato = true;
-    m_pctLista->show();
-    m_grid->setFocus(Qt::OtherFocusReason);
-    m_pctMod->hide();
+    TornaAllaLista(m_pctLista, m_pctMod, m_grid);
     m_codiceMovimento = 0;
     m_occupato = false;
 }

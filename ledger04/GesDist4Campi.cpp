@@ -26,26 +26,15 @@ bool CampoDelFiltro(int indice) { return indice >= Campo04GiornoDal; }
 
 } // namespace
 
-int GesDist4::indiceDi(QObject *oggetto) const
-{
-    for (int i = 1; i < m_txt.size(); ++i) {
-        if (m_txt[i] == oggetto)
-            return i;
-    }
-    return 0;
-}
-
 bool GesDist4::eventFilter(QObject *oggetto, QEvent *evento)
 {
-    const int indice = indiceDi(oggetto);
-    if (indice == 0)
-        return QWidget::eventFilter(oggetto, evento);
-    const FuocoCampo fuoco = FuocoDi(evento);
-    if (fuoco == FuocoCampo::Entrato)
-        fuocoEntrato(indice);
-    else if (fuoco == FuocoCampo::Lasciato)
-        fuocoUscito(indice);
-    if (evento->type() == QEvent::KeyPress) {
+    const int indice = EventoCampo(m_txt, oggetto, evento, [this](int i, FuocoCampo fuoco) {
+        if (fuoco == FuocoCampo::Entrato)
+            fuocoEntrato(i);
+        else
+            fuocoUscito(i);
+    });
+    if (indice > 0 && evento->type() == QEvent::KeyPress) {
         const int tasto = static_cast<QKeyEvent *>(evento)->key();
         m_controllo->base.UltimoTasto =
             tasto == Qt::Key_Down ? tasti::Giu : (tasto < 0x80 ? tasto : 0);
@@ -57,7 +46,7 @@ bool GesDist4::tastoGiu(int codice, int maschera)
 {
     if (codice != tasti::Invio)
         return false;
-    if (indiceDi(focusWidget()) == Campo04NomeFiltro) {
+    if (IndiceCampo(m_txt, focusWidget()) == Campo04NomeFiltro) {
         m_command1[1]->setFocus(Qt::TabFocusReason);
         return true;
     }
@@ -68,14 +57,12 @@ bool GesDist4::fermo() const
 {
     // Not while a message, a popup or a button's routine holds the focus,
     // nor once the screen unloads and its tables close.
-    return m_errore || m_occupato || m_chiusura
-           || !tabelle().RsDistinte04.IsOpen();
+    return m_errore || m_occupato || m_schermo->inScarico() || !tabelle().RsDistinte04.IsOpen();
 }
 
 void GesDist4::fuocoEntrato(int indice)
 {
-    if (indice == m_ritorno)
-        m_ritorno = 0;
+    m_fuoco.entrato(indice);
     sessione().CodiceStop = 0;
     if (indice == Campo04Moneta && m_txt[indice]->text().trimmed().isEmpty())
         m_txt[indice]->setText(m_controllo->MonetaProposta());
@@ -83,7 +70,7 @@ void GesDist4::fuocoEntrato(int indice)
 
 void GesDist4::fuocoUscito(int indice)
 {
-    if (fermo() || (m_ritorno > 0 && indice != m_ritorno))
+    if (fermo() || m_fuoco.diPassaggio(indice))
         return;
     m_occupato = true;
     const int codice = m_controllo->ControllaCampo4(indice);
@@ -96,7 +83,7 @@ void GesDist4::fuocoUscito(int indice)
         m_errore = false;
         if (CampoDelFiltro(indice))
             campo = indice;
-        tornaA(campo);
+        m_fuoco.tornaA(campo);
         return;
     }
     if (indice == Campo04Causale)
@@ -107,26 +94,9 @@ void GesDist4::fuocoUscito(int indice)
             FormatoImporto(moneta, LeggiImporto(m_txt[indice]->text()).value_or(0)));
     }
     if (m_controllo->CampoFuoco > 0)
-        tornaA(m_controllo->CampoFuoco);
+        m_fuoco.tornaA(m_controllo->CampoFuoco);
     else if (m_controllo->VersoEstrai)
         QTimer::singleShot(0, m_command1[1], [b = m_command1[1]] { b->setFocus(); });
-}
-
-void GesDist4::tornaA(int indice)
-{
-    m_ritorno = indice;
-    QTimer::singleShot(0, this, [this, indice] {
-        if (m_ritorno != indice)
-            return;
-        vaiA(indice);
-        m_ritorno = 0;
-    });
-}
-
-void GesDist4::vaiA(int indice)
-{
-    if (QLineEdit *campo = m_txt.value(indice))
-        campo->setFocus(Qt::OtherFocusReason);
 }
 
 } // namespace sorvane

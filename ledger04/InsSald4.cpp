@@ -6,8 +6,6 @@
 #include "frame/core/Messaggi.h"
 #include "frame/core/Sessione.h"
 #include "frame/core/Valore.h"
-#include "frame/ui/Fine.h"
-#include "frame/ui/Finestra.h"
 #include "frame/ui/Schermo.h"
 #include "ledger04/ModelloDistinte04.h"
 #include "lookup/SceltaCliente.h"
@@ -22,23 +20,10 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QStyledItemDelegate>
 #include <QTableView>
-#include <QTimer>
 #include <QVBoxLayout>
 
 namespace sorvane {
-
-namespace {
-
-QLabel *Etichetta(const QString &testo, QWidget *padre)
-{
-    auto *l = new QLabel(testo, padre);
-    l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return l;
-}
-
-} // namespace
 
 InsSald4::InsSald4(QWidget *padre) : QWidget(padre)
 {
@@ -63,11 +48,7 @@ InsSald4::~InsSald4()
 void InsSald4::costruisci()
 {
     auto *riquadro = new QFrame(this);
-    riquadro->setFrameShape(QFrame::StyledPanel);
-    auto *g = new QGridLayout(riquadro);
-    g->setContentsMargins(10, 8, 10, 8);
-    g->setHorizontalSpacing(6);
-    g->setVerticalSpacing(6);
+    QGridLayout *g = RiquadroCampi(riquadro);
     const int m = fontMetrics().horizontalAdvance(QLatin1Char('M'));
     struct Campo { int lunghezza; int larghezza; const char *nome; };
     const Campo campi[] = {{0, 0, ""},           {8, 6, "Codice cliente"},
@@ -96,35 +77,29 @@ void InsSald4::costruisci()
         m_option1.append(o);
     }
     m_option1[0]->setChecked(true);
-    for (const char *t : {"&USCITA", "&CONFERMA"}) {
-        auto *b = new QPushButton(QString::fromLatin1(t), riquadro);
-        b->setObjectName(QStringLiteral("Command1_%1").arg(m_command1.size()));
-        b->setAutoDefault(false);
-        b->setMinimumWidth(110);
-        m_command1.append(b);
-    }
-    m_command2 = new QPushButton(QStringLiteral("&Imposta"), riquadro);
-    m_command2->setObjectName(QStringLiteral("Command2"));
-    m_command2->setAutoDefault(false);
-    m_command2->setMinimumWidth(110);
+    for (const char *t : {"&USCITA", "&CONFERMA"})
+        m_command1.append(PulsanteRiga(QString::fromLatin1(t),
+                                       QStringLiteral("Command1_%1").arg(m_command1.size()),
+                                       riquadro));
+    m_command2 = PulsanteRiga(QStringLiteral("&Imposta"), QStringLiteral("Command2"), riquadro);
     m_command2->setToolTip(QStringLiteral("Ricorda la descrizione attorno alla data"));
 
-    g->addWidget(Etichetta(QStringLiteral("Ditta"), riquadro), 0, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Ditta"), riquadro), 0, 0);
     g->addWidget(m_cmbSoc, 0, 1, Qt::AlignLeft);
-    g->addWidget(Etichetta(QStringLiteral("Cliente"), riquadro), 1, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Cliente"), riquadro), 1, 0);
     auto *cliente = new QHBoxLayout;
     cliente->addWidget(m_txt[1]);
     cliente->addWidget(m_txt[2]);
     cliente->addStretch(1);
     g->addLayout(cliente, 1, 1);
-    g->addWidget(Etichetta(QStringLiteral("Anno"), riquadro), 2, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Anno"), riquadro), 2, 0);
     auto *anno = new QHBoxLayout;
     anno->addWidget(m_txt[3]);
     anno->addWidget(m_txt[4]);
     anno->addWidget(m_command2);
     anno->addStretch(1);
     g->addLayout(anno, 2, 1);
-    g->addWidget(Etichetta(QStringLiteral("Lire"), riquadro), 3, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Lire"), riquadro), 3, 0);
     auto *importo = new QHBoxLayout;
     importo->addWidget(m_txt[5]);
     importo->addSpacing(m);
@@ -139,16 +114,8 @@ void InsSald4::costruisci()
     g->addLayout(pulsanti, 0, 2, 4, 1);
     g->setColumnStretch(1, 1);
 
-    m_grid = new QTableView(this);
-    m_grid->setObjectName(QStringLiteral("TDBGrid1"));
-    m_grid->setAccessibleName(QStringLiteral("Movimenti 04 del cliente"));
     m_data1 = new ModelloDistinte04(this);
-    m_grid->setModel(m_data1);
-    PreparaGrigliaDistinte(m_grid, new QStyledItemDelegate(m_grid), this);
-    const int c = fontMetrics().horizontalAdvance(QLatin1Char('0'));
-    const int larghezze[ColonneLista04] = {8, 10, 20, 18, 14, 4, 12};
-    for (int i = 0; i < ColonneLista04; ++i)
-        m_grid->setColumnWidth(i, larghezze[i] * c + 12);
+    m_grid = GrigliaDistinte04(m_data1, QStringLiteral("Movimenti 04 del cliente"), this, this);
 
     auto *colonna = new QVBoxLayout(this);
     colonna->setContentsMargins(10, 10, 10, 10);
@@ -178,16 +145,21 @@ void InsSald4::costruisci()
 
 bool InsSald4::eventFilter(QObject *oggetto, QEvent *evento)
 {
-    const int indice = int(m_txt.indexOf(static_cast<QLineEdit *>(oggetto)));
-    if (indice > 0 && FuocoDi(evento) == FuocoCampo::Lasciato)
-        fuocoUscito(indice);
+    EventoCampo(m_txt, oggetto, evento, [this](int i, FuocoCampo fuoco) {
+        if (fuoco == FuocoCampo::Entrato)
+            m_fuoco.entrato(i);
+        else
+            fuocoUscito(i);
+    });
     return QWidget::eventFilter(oggetto, evento);
 }
 
 void InsSald4::fuocoUscito(int indice)
 {
-    if (m_occupato || m_chiusura || !tabelle().RsDistinte04.IsOpen()
-        || indice == CampoSaldoDescrizione)
+    // Nothing is checked while a routine holds the focus, as the screen
+    // unloads and its table closes, or on the way back to a wrong field.
+    if (m_occupato || m_schermo->inScarico() || !tabelle().RsDistinte04.IsOpen()
+        || m_fuoco.diPassaggio(indice) || indice == CampoSaldoDescrizione)
         return;
     m_occupato = true;
     const int codice = m_controllo->ControllaSaldo(indice);
@@ -202,10 +174,6 @@ void InsSald4::fuocoUscito(int indice)
     m_occupato = false;
 }
 
-void InsSald4::vaiA(int indice)
-{
-    QTimer::singleShot(0, m_txt[indice], [t = m_txt[indice]] { t->setFocus(); });
-}
 
 void InsSald4::ListaSaldi()
 {
@@ -231,16 +199,27 @@ void InsSald4::Imposta()
 void InsSald4::Conferma()
 {
     m_occupato = true;
-    if (LeggiImporto(m_txt[CampoSaldoImporto]->text()).value_or(0) == 0) {
-        sessione().CodiceStop = CampoSaldoImporto;
-        MostraErroreSaldo();
+    // The amount and the client on view, whether or not their field was
+    // left: a blank or unknown code stands only for a name that names one
+    // client.
+    const std::optional<double> importo = LeggiImporto(m_txt[CampoSaldoImporto]->text());
+    sessione().CodiceStop = CampoSaldoImporto;
+    if (importo && *importo != 0) {
+        ControlloCampi &clienti = m_controllo->clienti;
+        clienti.rigoroso = true;
+        const bool cliente = clienti.ControllaCampo(CampoCodiceCliente) == 0;
+        clienti.rigoroso = false;
+        sessione().CodiceStop = cliente ? 0 : CampoSaldoCodice;
+    }
+    if (sessione().CodiceStop > 0) {
+        vaiA(MostraErroreSaldo());
         m_occupato = false;
         return;
     }
     const bool versamento = m_option1[0]->isChecked();
     RigaDistinta04 r = RigaSaldo(m_cmbSoc->currentText(), m_controllo->DataSaldo,
-                                 m_controllo->ClienteCorrente(), versamento,
-                                 m_controllo->ImportoSaldo, m_txt[CampoSaldoDescrizione]->text());
+                                 m_controllo->ClienteCorrente(), versamento, *importo,
+                                 m_txt[CampoSaldoDescrizione]->text());
     const EsitoGestione esito = AggiungiRiga04(tabelle().RsDistinte04, r);
     if (!esito.riuscito)
         Messaggio(QStringLiteral("Errore in aggiornamento del movimento\n") + esito.errore,
@@ -263,26 +242,13 @@ void InsSald4::Conferma()
 void InsSald4::showEvent(QShowEvent *evento)
 {
     QWidget::showEvent(evento);
-    if (m_attivato)
-        return;
-    m_attivato = true;
-    RipristinaFinestra(this);
-    if (!tabelle().RsDistinte04.IsOpen()) {
-        QTimer::singleShot(0, this, &QWidget::close);
-        return;
-    }
-    vaiA(CampoSaldoCodice);
+    PrimaVista(this, m_attivato, tabelle().RsDistinte04.IsOpen(), m_txt[CampoSaldoCodice]);
 }
 
 void InsSald4::closeEvent(QCloseEvent *evento)
 {
-    // From here no field is checked as the focus leaves it.
-    m_chiusura = true;
-    tabelle().RsDistinte04.Close();
-    SalvaFinestra(this);
+    ScaricaSchermo(m_schermo, {&tabelle().RsDistinte04});
     evento->accept();
-    if (!sessione().ModoProva)
-        FineProgramma();
 }
 
 } // namespace sorvane

@@ -5,6 +5,7 @@
 // then a withdrawal are confirmed, and the next client starts over. The
 // list below shows what the client already has.
 
+#include "distinte/SchermiDistinte.h"
 #include "ledger04/Saldi04.h"
 
 #include <QList>
@@ -50,7 +51,8 @@ protected:
 private:
     void costruisci();
     void fuocoUscito(int indice);
-    void vaiA(int indice);
+    // Once the present focus change is over.
+    void vaiA(int indice) { m_fuoco.tornaA(indice); }
 
     QList<QLineEdit *> m_txt; // [0] unused
     QList<QRadioButton *> m_option1;
@@ -62,9 +64,9 @@ private:
     Schermo *m_schermo = nullptr;
     CampiInsDist *m_campi = nullptr;
     ControlloSaldi *m_controllo = nullptr;
-    bool m_occupato = false;
+    RitornoCampo m_fuoco{this, m_txt};
+    bool m_occupato = false; // a routine holds the focus
     bool m_attivato = false;
-    bool m_chiusura = false; // the screen is unloading
 };
 
 } // namespace sorvane

@@ -3,7 +3,13 @@
 #include "frame/core/Formato.h"
 #include "frame/core/Giorni.h"
 #include "frame/core/Valore.h"
+#include "distinte/SchermiDistinte.h"
 #include "ledger04/Distinte04.h"
+#include "store/Connessione.h"
+
+#include <QSqlQuery>
+#include <QStyledItemDelegate>
+#include <QTableView>
 
 namespace sorvane {
 
@@ -11,6 +17,20 @@ namespace {
 
 const char *const Titoli[ColonneLista04] = {"PRG",     "DATA", "NOMINATIVO", "OPERAZIONE",
                                             "CAUSALE", "MON",  "IMPORTO"};
+
+// The operations' widest texts: a product code, the longest typed ones.
+QStringList OperazioniPiuLunghe()
+{
+    QStringList testi{QString(15, QLatin1Char('N'))};
+    QSqlQuery q(DbDati());
+    // The typed rows only: few, and found by their numbers.
+    if (!q.exec(QStringLiteral("SELECT TRIM(dstCodP) FROM Distinte04 WHERE dstCodice > 800000000"
+                               " ORDER BY LENGTH(TRIM(dstCodP)) DESC LIMIT 12")))
+        return testi;
+    while (q.next())
+        testi.append(q.value(0).toString());
+    return testi;
+}
 
 } // namespace
 
@@ -55,6 +75,19 @@ QVariant ModelloDistinte04::headerData(int sezione, Qt::Orientation verso, int r
         && sezione < ColonneLista04)
         return QString::fromLatin1(Titoli[sezione]);
     return QSqlQueryModel::headerData(sezione, verso, ruolo);
+}
+
+QTableView *GrigliaDistinte04(ModelloDistinte04 *modello, const QString &nomeAccessibile,
+                              QWidget *padre, QObject *osservatore)
+{
+    auto *griglia = new QTableView(padre);
+    griglia->setObjectName(QStringLiteral("TDBGrid1"));
+    griglia->setAccessibleName(nomeAccessibile);
+    griglia->setModel(modello);
+    PreparaGrigliaDistinte(griglia, new QStyledItemDelegate(griglia), osservatore);
+    LarghezzeDiApertura(griglia, {{QString::fromLatin1(Titoli[Lista04Operazione]),
+                                   OperazioniPiuLunghe()}});
+    return griglia;
 }
 
 } // namespace sorvane

@@ -6,6 +6,9 @@
 
 #include "distinte/ModelloDistinte.h"
 
+class QTableView;
+class QWidget;
+
 namespace sorvane {
 
 class ModelloDistinte04 : public ModelloDistinte
@@ -20,5 +23,12 @@ public:
     QVariant headerData(int sezione, Qt::Orientation verso,
                         int ruolo = Qt::DisplayRole) const override;
 };
+
+// The list of a 04 screen over `modello`: the slip grids' look and their
+// heading's events to `osservatore`, each column as wide as its longest
+// text. An operation holds a product code of 15 characters, or the free
+// text of a typed row.
+QTableView *GrigliaDistinte04(ModelloDistinte04 *modello, const QString &nomeAccessibile,
+                              QWidget *padre, QObject *osservatore);
 
 } // namespace sorvane
