@@ -40,8 +40,10 @@ Recordset Recordset::Apri(const QSqlDatabase &db, const QString &sorgente, int t
         s->Errore(err::OperazioneNonValida, QStringLiteral("Tipo di apertura non valido."));
         return Recordset(s);
     }
-    for (int i = 0; i < s->colonne.size(); ++i)
+    for (int i = 0; i < s->colonne.size(); ++i) {
+        s->ordinali.insert(s->colonne[i].nome, i);
         s->ordinali.insert(s->colonne[i].nome.toLower(), i);
+    }
     s->aperto = true;
     return Recordset(s);
 }
@@ -56,6 +58,7 @@ void Recordset::Close()
         return;
     d->aperto = false;
     d->preparate.clear();
+    d->scritture.clear();
     d->db = QSqlDatabase(); // the connection may go once every cursor is closed
     d->modo = dbEditNone;
     d->Nessuna();
@@ -73,7 +76,7 @@ bool Recordset::SetIndex(const QString &nome)
         QList<int> ordinali;
         if (!nome.isEmpty() && LeggiIndice(d->db, d->sorgente, nome, &colonne)) {
             for (const ColonnaIndice &c : colonne)
-                ordinali << d->ordinali.value(c.nome.toLower(), -1);
+                ordinali << d->Ordinale(c.nome);
         }
         if (!nome.isEmpty() && (colonne.isEmpty() || ordinali.contains(-1))) {
             d->Errore(err::IndiceInesistente,
@@ -197,7 +200,7 @@ QString Recordset::FieldName(int ordinale) const
 
 int Recordset::FieldOrdinal(const QString &nome) const
 {
-    return IsOpen() ? d->ordinali.value(nome.toLower(), -1) : -1;
+    return IsOpen() ? d->Ordinale(nome) : -1;
 }
 
 QVariant Recordset::Fields(const QString &nome) const

@@ -16,6 +16,8 @@ namespace err = errori_recordset;
 
 namespace {
 
+const QString SegnapostoRiga = QStringLiteral(":riga");
+
 bool IsNumero(const QVariant &v)
 {
     switch (v.typeId()) {
@@ -332,8 +334,11 @@ bool Recordset::Stato::PrendiValore(int ordinale, const QVariant &valore)
     if (c.affinita == Affinita::Testo) {
         if (IsNumero(v))
             v = TestoDaCampo(v);
-        if (c.larghezza > 0 && v.typeId() == QMetaType::QString)
-            v = v.toString().left(c.larghezza);
+        if (c.larghezza > 0 && v.typeId() == QMetaType::QString) {
+            const QString testo = v.toString();
+            if (testo.size() > c.larghezza)
+                v = testo.left(c.larghezza);
+        }
     } else if (v.typeId() == QMetaType::QString) {
         if (!IsNumeric(v) || v.toString().trimmed().isEmpty()) {
             Errore(err::TipoNonCorrispondente,
@@ -347,41 +352,81 @@ bool Recordset::Stato::PrendiValore(int ordinale, const QVariant &valore)
     return true;
 }
 
-bool Recordset::Stato::Scrivi()
+int Recordset::Stato::Ordinale(const QString &nome) const
 {
-    QStringList nomi;
-    QVariantList valori;
+    const auto it = ordinali.constFind(nome);
+    return it != ordinali.cend() ? *it : ordinali.value(nome.toLower(), -1);
+}
+
+// The statement for the fields set so far, prepared the first time that set
+// of fields is written; null with the engine's error when it cannot be. Its
+// values are bound by name, a column's under its ordinal: binding by
+// position costs the driver a new name for every value, row after row.
+QSqlQuery *Recordset::Stato::Scrittura(bool nuova)
+{
+    QByteArray chiave(colonne.size() + 1, '0');
+    chiave[0] = nuova ? 'I' : 'U';
+    for (int i = 0; i < colonne.size(); ++i) {
+        if (cambiati[i])
+            chiave[i + 1] = '1';
+    }
+    auto it = scritture.find(chiave);
+    if (it != scritture.end())
+        return &*it;
+    if (segnaposti.isEmpty()) {
+        for (int i = 0; i < colonne.size(); ++i)
+            segnaposti << QStringLiteral(":c%1").arg(i);
+    }
+    QStringList nomi, valori, coppie;
     for (int i = 0; i < colonne.size(); ++i) {
         if (cambiati[i]) {
             nomi << Identificatore(colonne[i].nome);
-            valori << buffer[i];
+            valori << segnaposti[i];
+            coppie << nomi.last() + QStringLiteral(" = ") + segnaposti[i];
         }
     }
     const QString tabella = Identificatore(sorgente);
-    QSqlQuery q(db);
-    if (modo == dbEditAdd && nomi.isEmpty()) {
-        q.prepare(QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(tabella));
-    } else if (modo == dbEditAdd) {
-        const QStringList segni(nomi.size(), QStringLiteral("?"));
-        q.prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                      .arg(tabella, nomi.join(QStringLiteral(", ")),
-                           segni.join(QStringLiteral(", "))));
+    QString sql;
+    if (nuova && nomi.isEmpty()) {
+        sql = QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(tabella);
+    } else if (nuova) {
+        sql = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                  .arg(tabella, nomi.join(QStringLiteral(", ")), valori.join(QStringLiteral(", ")));
     } else {
-        ultimaModifica = finestra[pos].id;
-        if (nomi.isEmpty())
-            return true;
-        q.prepare(QStringLiteral("UPDATE %1 SET %2 = ? WHERE %3 = ?")
-                      .arg(tabella, nomi.join(QStringLiteral(" = ?, ")), ColonnaRiga()));
-        valori << finestra[pos].id;
+        sql = QStringLiteral("UPDATE %1 SET %2 WHERE %3 = %4")
+                  .arg(tabella, coppie.join(QStringLiteral(", ")), ColonnaRiga(), SegnapostoRiga);
     }
-    for (const QVariant &v : valori)
-        q.addBindValue(v);
-    if (!q.exec()) {
+    QSqlQuery q(db);
+    if (!q.prepare(sql)) {
         ErroreSql(q.lastError());
+        return nullptr;
+    }
+    return &*scritture.insert(chiave, q);
+}
+
+bool Recordset::Stato::Scrivi()
+{
+    const bool nuova = modo == dbEditAdd;
+    if (!nuova) {
+        ultimaModifica = finestra[pos].id;
+        if (!cambiati.contains(true))
+            return true;
+    }
+    QSqlQuery *q = Scrittura(nuova);
+    if (!q)
+        return false;
+    for (int i = 0; i < colonne.size(); ++i) {
+        if (cambiati[i])
+            q->bindValue(segnaposti[i], buffer[i]);
+    }
+    if (!nuova)
+        q->bindValue(SegnapostoRiga, finestra[pos].id);
+    if (!q->exec()) {
+        ErroreSql(q->lastError());
         return false;
     }
-    if (modo == dbEditAdd)
-        ultimaModifica = q.lastInsertId().toLongLong();
+    if (nuova)
+        ultimaModifica = q->lastInsertId().toLongLong();
     return true;
 }
 

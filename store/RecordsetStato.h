@@ -10,6 +10,7 @@
 #include <QHash>
 #include <QList>
 #include <QSqlQuery>
+#include <QStringList>
 
 class QSqlError;
 
@@ -44,7 +45,10 @@ struct Recordset::Stato
     bool aperto = false;
 
     QList<recordset::ColonnaTabella> colonne;
-    QHash<QString, int> ordinali; // lower-case name to ordinal
+    // Name to ordinal, under the name as declared and in lower case: the
+    // callers mostly spell a field as the table does, and then no lower-case
+    // copy is made.
+    QHash<QString, int> ordinali;
 
     QString indice;
     QList<recordset::ColonnaIndice> colonneIndice;
@@ -69,6 +73,10 @@ struct Recordset::Stato
     QString errore;
     int numeroErrore = 0;
     QHash<QString, QSqlQuery> preparate; // by their text
+    // INSERTs and UPDATEs by the fields they set, so that rows setting the
+    // same fields (a print's body rows) share one prepared statement.
+    QHash<QByteArray, QSqlQuery> scritture;
+    QStringList segnaposti; // a column's name in them, by ordinal
 
     void Errore(int numero, const QString &testo);
     void ErroreSql(const QSqlError &e);
@@ -98,10 +106,12 @@ struct Recordset::Stato
     bool RileggiRiga(qint64 id);
     void Restringi();
 
+    int Ordinale(const QString &nome) const;
     bool PrendiValore(int ordinale, const QVariant &valore);
     bool Scrivi();
 
 private:
+    QSqlQuery *Scrittura(bool nuova);
     QVariantList Chiave(const recordset::Riga &r) const;
     bool Esegui(const recordset::Istruzione &istruzione, QList<recordset::Riga> *righe);
     bool Percorri(const QList<recordset::Tratto> &tratti, bool avanti, qsizetype limite,

@@ -196,6 +196,21 @@ TEST_F(Recordsets, ScritturePerValoriLegatiERigaCorrente)
     EXPECT_EQ(Chiave(rs), QStringLiteral("20/0"));
     EXPECT_FALSE(rs.SetField(0, 1));
     EXPECT_EQ(rs.NumeroErrore(), errori_recordset::SenzaModifica);
+
+    // A row that sets fewer fields than the rows before it leaves the others
+    // Null, not with an earlier row's values.
+    for (int codice : {70, 80}) {
+        ASSERT_TRUE(rs.AddNew());
+        rs.SetField(QStringLiteral("dstCodice"), codice);
+        rs.SetField(QStringLiteral("dstPrg"), QStringLiteral("0"));
+        if (codice == 70)
+            rs.SetField(QStringLiteral("dstDitta"), QStringLiteral("BETA"));
+        ASSERT_TRUE(rs.Update()) << qPrintable(rs.Errore());
+    }
+    EXPECT_EQ(Valore(QStringLiteral("SELECT group_concat(d, '|') FROM (SELECT ifnull(dstDitta,"
+                                    " '-') AS d FROM Distinte WHERE dstCodice IN (70, 80)"
+                                    " ORDER BY dstCodice)")),
+              QStringLiteral("BETA|-"));
 }
 
 
