@@ -4,19 +4,14 @@
 // three layouts on paper, and the slip that shares one of them.
 
 #include "Prova04.h"
+#include "StampeRegistrate.h"
 
 #include "frame/core/Formato.h"
-#include "frame/core/Impostazioni.h"
-#include "frame/ui/Modale.h"
 #include "ledger04/StampaDistinta04.h"
-#include "reports/Anteprima.h"
-#include "reports/CaricaDati.h"
-#include "reports/Renderer.h"
-#include "reports/Staging.h"
-#include "tests/reports/TestoPdf.h"
 
-#include <QDialog>
 #include <QRegularExpression>
+
+#include <optional>
 
 using namespace sorvane;
 using namespace sorvane::prova;
@@ -35,17 +30,7 @@ protected:
     void SetUp() override
     {
         Prova04::SetUp();
-        Impostazioni &imp = impostazioni();
-        imp.PathReport = QStringLiteral(MODULI_PREDEFINITI "/");
-        imp.PathReportOperatore.clear();
-        imp.TipoStampa = QLatin1Char('V');
-        consegnaStampa() = ConsegnaStampa();
-        installaGestoreModale([this](QDialog &d) {
-            if (auto *f = qobject_cast<FinestraAnteprima *>(&d))
-                f->attendiCompleta();
-            m_titoli.append(d.windowTitle());
-            return int(QDialog::Rejected);
-        });
+        m_stampe.emplace(QStringLiteral(MODULI_PREDEFINITI), impostazioni().IniLocale);
         Scrivi(QStringLiteral("UPDATE Societa SET SocIndirizzo = 'VIA ROMA 1', SocCap = '20121',"
                               " SocLocalita = 'MILANO', SocProvincia = 'MI'"
                               " WHERE SocNome = 'ALFA SIM'"));
@@ -54,8 +39,7 @@ protected:
     }
     void TearDown() override
     {
-        installaGestoreModale({});
-        consegnaStampa() = ConsegnaStampa();
+        m_stampe.reset();
         Prova04::TearDown();
     }
 
@@ -96,7 +80,8 @@ protected:
         return Valore("SELECT COUNT(*) FROM " + tabella).toLongLong();
     }
 
-    QStringList m_titoli;
+    std::optional<StampeRegistrate> m_stampe;
+    QStringList &Titoli() { return m_stampe->titoli; } // of the previews opened
 };
 
 // The six numbers of a set of sums, in the foot's order.
@@ -131,7 +116,7 @@ TEST_F(Stampa04, ClienteAllaSvoltaDel2002)
 
     ASSERT_TRUE(StampaDistinta04(Schermo("1/1/2001", "31/12/2002", " 14", "ALFA SIM")));
     EXPECT_TRUE(m_messaggi.testi().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
-    EXPECT_EQ(m_titoli, QStringList{"Modulo:  'DistC04'"});
+    EXPECT_EQ(Titoli(), QStringList{"Modulo:  'DistC04'"});
     DatiReport d = Staged();
     ASSERT_EQ(d.corpo.size(), 4);
     const auto riga = [&](int i) {
@@ -193,7 +178,7 @@ TEST_F(Stampa04, SquadraDiTreConDitta)
     Riga04(7, G15_03_2002, 99, "ALFA SIM", "EUR", 555);       // no card: out of the join
 
     ASSERT_TRUE(StampaDistinta04(Schermo("1/1/2001", "", "12", "ALFA SIM", " 7 ")));
-    EXPECT_EQ(m_titoli, QStringList{"Modulo:  'DistC041'"});
+    EXPECT_EQ(Titoli(), QStringList{"Modulo:  'DistC041'"});
     const DatiReport d = Staged();
     ASSERT_EQ(d.corpo.size(), 2);
     EXPECT_EQ(Campi(d.piede, "PCampo", 19, 20), QStringList({"( 12, 13, 99 )", "7"}));
@@ -208,7 +193,7 @@ TEST_F(Stampa04, SquadraDiTreConDitta)
     // A team caption that is no number: the team's module all the same,
     // no members and zero sums.
     ASSERT_TRUE(StampaDistinta04(Schermo("1/1/2001", "", "12", "ALFA SIM", "EREDI")));
-    EXPECT_EQ(m_titoli.constLast(), "Modulo:  'DistC041'");
+    EXPECT_EQ(Titoli().constLast(), "Modulo:  'DistC041'");
     const DatiReport e = Staged();
     EXPECT_EQ(Campi(e.piede, "PCampo", 19, 20), QStringList({"", "EREDI"}));
     AttesiNumeri(e.piede, 10, {0, 0, 0, 0, 0, 0});
@@ -223,7 +208,7 @@ TEST_F(Stampa04, SenzaClienteEListaVuota)
     Riga04(1, G10_06_2001, 12, "ALFA SIM", "LIT", 500000);
     Riga04(2, G01_01_2002, 14, "ALFA SIM", "EUR", 20, "ABC");
     ASSERT_TRUE(StampaDistinta04(Schermo("", "", "", "ALFA SIM", "7")));
-    EXPECT_EQ(m_titoli, QStringList{"Modulo:  'DistXdit'"});
+    EXPECT_EQ(Titoli(), QStringList{"Modulo:  'DistXdit'"});
     const DatiReport d = Staged();
     EXPECT_EQ(d.corpo.size(), 2);
     EXPECT_EQ(Campi(d.testa, "TCampo", 1, 2), QStringList({" ", " "}));
@@ -235,14 +220,14 @@ TEST_F(Stampa04, SenzaClienteEListaVuota)
     EXPECT_EQ(ModuloEstratto04(Schermo("", "", "12")), "Estratto.Rpt.vecchio");
     EXPECT_EQ(ModuloEstratto04(Schermo("", "", "0", "", "7")), "DistXdit.rpt");
 
-    m_titoli.clear();
+    Titoli().clear();
     const auto contati = [this] { return QList<qint64>{Conta("PrtTesta"), Conta("PrtCorpo"),
                                                    Conta("PrtPiede")}; };
     const QList<qint64> prima = contati();
     EXPECT_FALSE(StampaDistinta04(Schermo("1/1/2020", "", "")));
     EXPECT_FALSE(StampaDistinta04(SchermoEstratto04{}));
     EXPECT_EQ(contati(), prima);
-    EXPECT_TRUE(m_titoli.isEmpty());
+    EXPECT_TRUE(Titoli().isEmpty());
     EXPECT_TRUE(m_messaggi.testi().isEmpty());
 }
 
@@ -259,7 +244,7 @@ TEST_F(Stampa04, PassoFallito)
         EXPECT_EQ(m_messaggi.testi(), QStringList{TestoPassoStampa(passo)});
         EXPECT_EQ(sessione().CodiceStop, passo);
         EXPECT_FALSE(sessione().TestoErrore.isEmpty());
-        EXPECT_TRUE(m_titoli.isEmpty());
+        EXPECT_TRUE(Titoli().isEmpty());
     };
     Scrivi(QStringLiteral("CREATE TRIGGER Fermo BEFORE DELETE ON PrtPiede"
                           " BEGIN SELECT RAISE(ABORT, 'no'); END"));
@@ -282,20 +267,6 @@ TEST_F(Stampa04, PassoFallito)
 }
 
 namespace {
-
-// The staged rows on paper through the installed module, page by page.
-QStringList SuCarta(const QString &modulo, const QString &cartella)
-{
-    Modello modello;
-    DatiReport dati;
-    if (!CaricaModello(QStringLiteral(MODULI_PREDEFINITI "/") + modulo + ".rpt", modello)
-        || !CaricaDatiReport(DbLavoro(), dati))
-        return {};
-    const ModelloCompilato compilato = CompilaModello(modello, dati);
-    EXPECT_TRUE(compilato.errore.isEmpty()) << qPrintable(compilato.errore);
-    const QString pdf = cartella + QLatin1Char('/') + modulo + QStringLiteral(".pdf");
-    return SalvaPdf(pdf, modello, compilato) ? PagineTestoPdf(pdf) : QStringList();
-}
 
 // Every page carries the heading and its number; the last the foot's
 // totals as staged, in the formats the foot names.
@@ -351,7 +322,7 @@ TEST_F(Stampa04, TreModuliSuCarta)
     const QString testa = QStringLiteral("Data +N\\. +Descrizione +Causale +Mon\\. +Entrate "
                                          "\\(\\+\\) +Uscite");
     const auto pagine = [this](const QString &modulo) {
-        return SuCarta(modulo, m_cartella.percorso());
+        return PagineStampate(QStringLiteral(MODULI_PREDEFINITI), modulo, m_cartella.percorso());
     };
 
     ASSERT_TRUE(StampaDistinta04(Schermo("", "", "12", "ALFA SIM")));
@@ -385,7 +356,7 @@ TEST_F(Stampa04, TreModuliSuCarta)
     distinta.corpo = {{{"CNumero1", 7}, {"CCampo1", "12/06/24"}, {"CCampo8", "VERSAMENTO"},
                        {"CNumero2", 1234.5}, {"CCampo13", "+"}}};
     ASSERT_TRUE(PreparaTemporanei(distinta));
-    tutto = SuCarta(QStringLiteral("DistXdit"), m_cartella.percorso()).join(u'\n');
+    tutto = pagine(QStringLiteral("DistXdit")).join(u'\n');
     for (const char *a : {"DISTINTA DOCUMENTI", "Totale distinta", "VERSAMENTO",
                           "Distinta documenti · stampata il"})
         EXPECT_TRUE(tutto.contains(QString::fromUtf8(a))) << a;
