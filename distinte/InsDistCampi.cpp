@@ -12,6 +12,7 @@
 #include "frame/core/Valore.h"
 #include "frame/ui/Schermo.h"
 #include "store/Tabelle.h"
+#include "tables/GesCambi.h"
 
 #include <QComboBox>
 #include <QFocusEvent>
@@ -90,8 +91,15 @@ bool InsDist::tastoGiu(int codice, int)
 
 void InsDist::ApriRicercaCampo()
 {
-    // The client, reason, product and currency lookups open here once they
-    // are part of the program; until then F4 does nothing.
+    // The client, reason and product lookups open here once they are part
+    // of the program.
+    if (m_campoAttivo == CampoMoneta) {
+        // The field is left for the picker and checked on its return.
+        m_apriRicerca = true;
+        ScegliMonetaDelCampo(m_txt[CampoMoneta], m_controllo->DataMovimento);
+        m_apriRicerca = false;
+        m_txt[CampoMoneta]->setFocus(Qt::OtherFocusReason);
+    }
 }
 
 void InsDist::fuocoEntrato(int indice)

@@ -501,4 +501,14 @@ QString ScegliMoneta(QWidget *padre, double giorno)
     return tabelle().CodiceCercato.trimmed();
 }
 
+void ScegliMonetaDelCampo(QLineEdit *campo, const QString &data)
+{
+    if (!campo->isEnabled() || campo->isReadOnly())
+        return;
+    const QDate giorno = LeggiData(data).value_or(QDate::currentDate());
+    const QString codice = ScegliMoneta(campo->window(), GiornoDaData(giorno));
+    if (!codice.isEmpty())
+        campo->setText(codice);
+}
+
 } // namespace sorvane

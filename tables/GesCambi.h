@@ -105,5 +105,8 @@ int MostraGesCambi(QWidget *padre = nullptr);
 // The picker of a currency field: mode 3 on giorno. The code chosen, or
 // empty when the user left without choosing.
 QString ScegliMoneta(QWidget *padre, double giorno);
+// F4 on a currency field that may be edited: the picker on the day of the
+// text data (today when it is no date); a code chosen goes into the field.
+void ScegliMonetaDelCampo(QLineEdit *campo, const QString &data);
 
 } // namespace sorvane
