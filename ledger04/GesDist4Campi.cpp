@@ -11,6 +11,7 @@
 #include "ledger04/ControllaCampo4.h"
 #include "ledger04/EleCli.h"
 #include "store/Tabelle.h"
+#include "tables/GesCambi.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -44,6 +45,18 @@ bool GesDist4::eventFilter(QObject *oggetto, QEvent *evento)
 
 bool GesDist4::tastoGiu(int codice, int maschera)
 {
+    if (codice == tasti::F4 && IndiceCampo(m_txt, focusWidget()) == Campo04Moneta) {
+        // The currency's picker, on the day the fields hold; the field is
+        // checked when the focus comes back.
+        QLineEdit *moneta = m_txt[Campo04Moneta];
+        m_occupato = true;
+        ScegliMonetaDelCampo(moneta, m_txt[Campo04Giorno]->text() + QLatin1Char('/')
+                                         + m_txt[Campo04Mese]->text() + QLatin1Char('/')
+                                         + m_txt[Campo04Anno]->text());
+        m_occupato = false;
+        moneta->setFocus(Qt::OtherFocusReason);
+        return true;
+    }
     if (codice != tasti::Invio)
         return false;
     if (IndiceCampo(m_txt, focusWidget()) == Campo04NomeFiltro) {
