@@ -12,12 +12,14 @@
 #include "ledger04/InsSald4.h"
 #include "ledger04/ModelloDistinte04.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTableView>
 
 using namespace sorvane;
 using namespace sorvane::prova;
@@ -71,6 +73,26 @@ protected:
         QLineEdit *t = this->m_schermo->txt(campo);
         this->Fuoco(t);
         t->setText(testo);
+    }
+    // GesDist4 with a row in its list and the form of a new movement up.
+    S &ApriNuovo()
+    {
+        Riga(5, this->Oggi - 3, 12, QStringLiteral("ALFA SIM"));
+        S &s = this->Apri();
+        this->Premi(s.Command1(1));
+        this->Premi(s.Command1(3));
+        return s;
+    }
+    // Typed the Italian way, an amount comes out of the key rule as no number.
+    void ImportoStorto(int campo)
+    {
+        this->Fuoco(this->m_schermo->txt(campo));
+        QTest::keyClicks(this->m_schermo->txt(campo), QStringLiteral("2.500,50"));
+        this->m_messaggi.pulisci();
+    }
+    bool InFuoco(int campo) const
+    {
+        return QApplication::focusWidget() == this->m_schermo->txt(campo);
     }
 };
 
@@ -135,10 +157,7 @@ TEST_F(GesDist4Schermo, EstraeEAggiungeCambiaCancella)
 
 TEST_F(GesDist4Schermo, LireRifiutateScriveIlCodiceSenzaConvertire)
 {
-    Riga(5, Oggi - 3, 12, QStringLiteral("ALFA SIM"));
-    GesDist4 &s = Apri();
-    Premi(s.Command1(1));
-    Premi(s.Command1(3));
+    GesDist4 &s = ApriNuovo();
     s.txt(Campo04Giorno)->setText(QStringLiteral("10"));
     s.txt(Campo04Mese)->setText(QStringLiteral("5"));
     s.txt(Campo04Anno)->setText(QStringLiteral("2001"));
@@ -187,6 +206,81 @@ TEST_F(GesDist4Schermo, SquadraPortaAUnAltroMembro)
     EXPECT_EQ(s.txt(Campo04CodiceFiltro)->text(), QStringLiteral("13"));
     EXPECT_EQ(s.txt(Campo04NomeFiltro)->text(), QStringLiteral("D'ANGELO \"TINA\""));
     EXPECT_EQ(Numeri(), QStringList{"6"});
+}
+
+// An amount that is no number keeps the focus. CONFERMA takes the client the
+// screen shows: a blank code stands only for a name that names one client.
+TEST_F(GesDist4Schermo, ImportoEClienteDelMovimento)
+{
+    GesDist4 &s = ApriNuovo();
+    s.txt(Campo04Causale)->setText(QStringLiteral("001"));
+    s.txt(Campo04Moneta)->setText(QStringLiteral("EUR"));
+    ImportoStorto(Campo04Importo);
+    Tasto(Qt::Key_Tab);
+    EXPECT_EQ(m_messaggi.testi(), QStringList{"IMPORTO NON INDICATO"});
+    EXPECT_TRUE(InFuoco(Campo04Importo));
+    s.txt(Campo04Importo)->setText(QStringLiteral("250"));
+    s.txt(Campo04NomeCliente)->setText(QStringLiteral("NESSUNO"));
+    m_messaggi.pulisci();
+    Premi(s.cmdMOD());
+    EXPECT_EQ(m_messaggi.testi(), QStringList{"CLIENTE NON CODIFICATO"});
+    s.txt(Campo04NomeCliente)->setText(QStringLiteral("ROSSI MARIO"));
+    Premi(s.cmdMOD());
+    EXPECT_EQ(Righe(QStringLiteral("SELECT dstCliente, dstImporto FROM Distinte04"
+                                   " WHERE dstCodice > 800000000")),
+              QStringList{"12|250"});
+}
+
+TEST_F(GesDist4Schermo, LeColonneApronoLargheQuantoIlLoroContenuto)
+{
+    ProvaAccesso::Scrivi(QStringLiteral("UPDATE Clienti SET CliRagsoc = ? WHERE CliCodice = 12"),
+                         {QStringLiteral("SOCIETA' IMMOBILIARE DEL LAGO DI COMO SRL")});
+    Riga(5, Oggi - 3, 12, QStringLiteral("ALFA SIM"));
+    Riga(800000001, Oggi - 2, 12, QStringLiteral("ALFA SIM"));
+    ProvaAccesso::Scrivi(QStringLiteral("UPDATE Distinte04 SET dstCodP = ? WHERE dstCodice = ?"),
+                         {QStringLiteral("al 31/12/2001 Movimenti vari del conto titoli"),
+                          800000001});
+    GesDist4 &s = Apri();
+    Premi(s.Command1(1));
+    ASSERT_EQ(s.Data1()->rowCount(), 2);
+    // What the cells' text needs, by the grid's own measure.
+    QAbstractItemView *g = s.TDBGrid1();
+    for (int colonna = 0; colonna < ColonneLista04; ++colonna)
+        EXPECT_GE(s.TDBGrid1()->columnWidth(colonna), g->sizeHintForColumn(colonna)) << colonna;
+    // The spare width is left blank, not given to the last column.
+    EXPECT_LT(s.TDBGrid1()->columnWidth(Lista04Importo),
+              s.TDBGrid1()->columnWidth(Lista04Nominativo));
+}
+
+TEST_F(GesDist4Schermo, SiEsceSubitoColCodiceClienteInFuoco)
+{
+    EsceInTreModi(Campo04CodiceFiltro);
+}
+
+TEST_F(InsSald4Schermo, ImportoEClienteDelSaldo)
+{
+    InsSald4 &s = Apri();
+    Scrivi2(CampoSaldoAnno, QStringLiteral("2001"));
+    ImportoStorto(CampoSaldoImporto);
+    Fuoco(s.txt(CampoSaldoDescrizione));
+    EXPECT_EQ(m_messaggi.testi(), QStringList{"IMPORTO NON INDICATO"});
+    EXPECT_TRUE(InFuoco(CampoSaldoImporto));
+    // Corrected and confirmed at once: the amount is the one on view.
+    s.txt(CampoSaldoImporto)->setText(QStringLiteral("5000"));
+    s.txt(CampoSaldoNome)->setText(QStringLiteral("NESSUNO"));
+    m_messaggi.pulisci();
+    Premi(s.Command1(1));
+    EXPECT_EQ(m_messaggi.testi(), QStringList{"CLIENTE NON CODIFICATO"});
+    s.txt(CampoSaldoNome)->setText(QStringLiteral("ROSSI MARIO"));
+    Premi(s.Command1(1));
+    EXPECT_EQ(Righe(QStringLiteral("SELECT dstCliente, CAST(dstImporto AS INTEGER)"
+                                   " FROM Distinte04")),
+              QStringList{"12|5000"});
+}
+
+TEST_F(InsSald4Schermo, SiEsceSubitoColCodiceClienteInFuoco)
+{
+    EsceInTreModi(CampoSaldoCodice);
 }
 
 TEST_F(InsSald4Schermo, GiroCompletoPerDueClienti)

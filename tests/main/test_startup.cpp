@@ -8,6 +8,10 @@
 #include "frame/ui/Fine.h"
 #include "frame/ui/Finestra.h"
 #include "frame/ui/Schermo.h"
+#include "ledger04/ControllaCampo4.h"
+#include "ledger04/GesDist4.h"
+#include "ledger04/InsSald4.h"
+#include "ledger04/Saldi04.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -22,6 +26,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 
 using namespace sorvane;
@@ -47,10 +52,14 @@ void Attendi()
 }
 
 // What a user acts on, in view and enabled; the parts of a control (a
-// grid's headings, a spin's arrows) are the control's own.
+// grid's headings, a spin's arrows) are the control's own. A group of
+// options is one stop, its checked option: the arrows walk the others.
 QSet<QWidget *> Controlli(QWidget *schermo)
 {
     auto controllo = [](QObject *w) {
+        const auto *opzione = qobject_cast<QRadioButton *>(w);
+        if (opzione && opzione->autoExclusive() && !opzione->isChecked())
+            return false;
         return qobject_cast<QLineEdit *>(w) || qobject_cast<QComboBox *>(w)
                || qobject_cast<QAbstractButton *>(w) || qobject_cast<QAbstractItemView *>(w)
                || qobject_cast<PulsanteSpin *>(w);
@@ -100,6 +109,26 @@ QStringList AcceleratoriDoppi(QWidget *pannello)
         visti.append(tasto);
     }
     return doppi;
+}
+
+// Tab from the field in focus reaches every control of the screen; the
+// buttons of `pannello` have a letter each.
+void GiroEAcceleratori(QWidget *schermo, QWidget *pannello)
+{
+    StessiControlli(GiroDelTab(), Controlli(schermo));
+    EXPECT_TRUE(AcceleratoriDoppi(pannello).isEmpty())
+        << qPrintable(AcceleratoriDoppi(pannello).join('|'));
+}
+
+// A fresh office's frame with its menu, active, past its first activation
+// (index 9: nothing opens).
+void AvviaColMenu(Startup &cornice)
+{
+    qputenv("SORVANE_INI", IniUfficio().toLocal8Bit());
+    ASSERT_TRUE(cornice.Avvia(QString()));
+    QApplication::setActiveWindow(&cornice);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&cornice));
+    Attendi();
 }
 
 } // namespace
@@ -306,13 +335,9 @@ TEST_F(Avvio, UnoSchermoNellaCorniceSegueLeRegoleComuni)
 // chain, one accelerator a button.
 TEST_F(Avvio, GliSchermiDelleDistinteDalMenu)
 {
-    UsaIni(IniUfficio());
     RegistraSchermo(0, [] { return new InsDist; });
     RegistraSchermo(1, [] { return new GesDist; });
-    ASSERT_TRUE(m_cornice->Avvia(QString()));
-    QApplication::setActiveWindow(m_cornice.get());
-    ASSERT_TRUE(QTest::qWaitForWindowActive(m_cornice.get()));
-    Attendi(); // the first activation: index 9, nothing
+    AvviaColMenu(*m_cornice);
     m_messaggi.pulisci();
 
     m_cornice->Mu_GesDis[1]->trigger();
@@ -356,4 +381,36 @@ TEST_F(Avvio, GliSchermiDelleDistinteDalMenu)
     Attendi();
     EXPECT_TRUE(m_cornice->area()->subWindowList().isEmpty());
     EXPECT_EQ(m_fine, 1);
+}
+
+// The 04 ledger's screens from the menu: no field checked on the way in,
+// every control of each panel on the Tab chain, one accelerator a button.
+TEST_F(Avvio, GliSchermiDel04DalMenu)
+{
+    RegistraSchermo(2, [] { return new GesDist4; });
+    RegistraSchermo(4, [] { return new InsSald4; });
+    AvviaColMenu(*m_cornice);
+    m_messaggi.pulisci();
+
+    m_cornice->Mu_GesDis_Click(2);
+    Attendi();
+    auto *gestione = qobject_cast<GesDist4 *>(m_cornice->area()->activeSubWindow()->widget());
+    ASSERT_NE(gestione, nullptr);
+    EXPECT_EQ(QApplication::focusWidget(), gestione->txt(Campo04GiornoDal));
+    GiroEAcceleratori(gestione, gestione->pctLista());
+    gestione->NuovoMovimento04();
+    Attendi();
+    gestione->txt(Campo04Importo)->setText("1");
+    GiroEAcceleratori(gestione, gestione->pctMod());
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
+    gestione->Command1(0)->click();
+    Attendi();
+
+    m_cornice->Mu_GesDis_Click(4);
+    Attendi();
+    auto *saldi = qobject_cast<InsSald4 *>(m_cornice->area()->activeSubWindow()->widget());
+    ASSERT_NE(saldi, nullptr);
+    EXPECT_EQ(QApplication::focusWidget(), saldi->txt(CampoSaldoCodice));
+    GiroEAcceleratori(saldi, saldi);
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
 }
