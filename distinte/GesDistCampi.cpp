@@ -12,6 +12,7 @@
 #include "frame/ui/Schermo.h"
 #include "store/Tabelle.h"
 #include "tables/GesCambi.h"
+#include "tables/GesTabel.h"
 
 #include <QComboBox>
 #include <QKeyEvent>
@@ -82,14 +83,21 @@ bool GesDist::tastoGiu(int codice, int maschera)
 
 void GesDist::ApriRicercaCampo()
 {
-    // The client, reason and product lookups open here once they are part
-    // of the program.
+    // The client and product lookups open here once they are part of the
+    // program.
     if (m_campoAttivo == CampoMoneta) {
         // The field is left for the picker and checked on its return.
         m_apriRicerca = true;
         ScegliMonetaDelCampo(m_txt[CampoMoneta], m_controllo->DataMovimento);
         m_apriRicerca = false;
         m_txt[CampoMoneta]->setFocus(Qt::OtherFocusReason);
+    }
+    if (m_campoAttivo == CampoCausale) {
+        // The same for the reason's lookup.
+        m_apriRicerca = true;
+        CercaCausale(m_txt[CampoCausale]);
+        m_apriRicerca = false;
+        m_txt[CampoCausale]->setFocus(Qt::OtherFocusReason);
     }
 }
 

@@ -3,6 +3,8 @@
 
 #include "../distinte/ProvaDistinte.h"
 
+#include "distinte/InsDist.h"
+#include "frame/ui/Modale.h"
 #include "tables/GesTabel.h"
 
 #include <QApplication>
@@ -166,6 +168,42 @@ TEST_F(ProvaGesTabel, InserisceCambiaEliminaDalDettaglio)
     EXPECT_EQ(g.Lista()->count(), 0);
     g.cmdRt(2)->click();
     EXPECT_TRUE(tabelle().CodiceCercato.isEmpty());
+}
+
+TEST_F(ProvaGesTabel, F4SullaCausaleDellInserimentoRiportaIlCodiceScelto)
+{
+    InsDist s;
+    s.resize(1220, 720);
+    s.show();
+    QApplication::setActiveWindow(&s);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&s));
+    Attendi();
+    QStringList aperti;
+    installaGestoreModale([&aperti](QDialog &d) {
+        auto &g = dynamic_cast<GesTabel &>(d);
+        aperti.append(g.windowTitle() + QLatin1Char('|') + g.CodTab()->text());
+        EXPECT_EQ(g.Lista()->count(), 1);
+        g.cmdRt(0)->click();
+        return d.result();
+    });
+    s.txt(CampoCodiceCliente)->setFocus();
+    QTest::keyClicks(s.txt(CampoCodiceCliente), QStringLiteral("12"));
+    QTest::keyClick(s.txt(CampoCodiceCliente), Qt::Key_Down);
+    Attendi();
+    QLineEdit *causale = s.txt(CampoCausale);
+    ASSERT_EQ(QApplication::focusWidget(), causale);
+    QTest::keyClicks(causale, QStringLiteral("00"));
+    QTest::keyClick(causale, Qt::Key_F4);
+    Attendi();
+    EXPECT_EQ(aperti, QStringList{"GESTIONE tCausali|00"});
+    EXPECT_EQ(causale->text(), QStringLiteral("001"));
+    EXPECT_EQ(QApplication::focusWidget(), causale);
+
+    // A disabled field opens nothing.
+    causale->setEnabled(false);
+    EXPECT_FALSE(CercaCausale(causale));
+    installaGestoreModale({});
+    EXPECT_EQ(aperti.size(), 1);
 }
 
 } // namespace
