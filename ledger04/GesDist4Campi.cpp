@@ -12,6 +12,7 @@
 #include "ledger04/EleCli.h"
 #include "store/Tabelle.h"
 #include "tables/GesCambi.h"
+#include "tables/GesTabel.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -55,6 +56,14 @@ bool GesDist4::tastoGiu(int codice, int maschera)
                                          + m_txt[Campo04Anno]->text());
         m_occupato = false;
         moneta->setFocus(Qt::OtherFocusReason);
+        return true;
+    }
+    if (codice == tasti::F4 && IndiceCampo(m_txt, focusWidget()) == Campo04Causale) {
+        // The reasons' lookup; the field is checked when the focus comes back.
+        m_occupato = true;
+        CercaCausale(m_txt[Campo04Causale]);
+        m_occupato = false;
+        m_txt[Campo04Causale]->setFocus(Qt::OtherFocusReason);
         return true;
     }
     if (codice != tasti::Invio)
