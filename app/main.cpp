@@ -10,6 +10,7 @@
 #include "lookup/ListaCli.h"
 #include "reports/Gstampe.h"
 #include "reports/Lancio.h"
+#include "tables/GesCambi.h"
 #include "tables/SchermoTabella.h"
 
 #include <QApplication>
@@ -41,6 +42,7 @@ int main(int argc, char **argv)
         cornice.CaricaListaCli = sorvane::CaricaListaCli;
         cornice.AvviaStampe = sorvane::AvviaMotoreStampe;
         cornice.FermaStampe = sorvane::FermaMotoreStampe;
+        cornice.GestioneCambi = [&cornice](int modo) { sorvane::GestisciCambi(&cornice, modo); };
         if (cornice.Avvia(riga)) {
             cornice.show();
             esito = app.exec();

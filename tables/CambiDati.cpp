@@ -92,7 +92,7 @@ bool ElencoCambi::caricaValute(std::uint8_t modo, QString *errore)
         return Fallito(errore, QStringLiteral("Errore in apertura tabella NAZIONI"), rs.Errore());
     for (; !rs.Eof(); rs.MoveNext()) {
         RigaCambi riga;
-        riga[ColCodice] = TestoDaCampo(rs.Fields(QStringLiteral("Codice"))).trimmed();
+        riga[ColCodiceMoneta] = TestoDaCampo(rs.Fields(QStringLiteral("Codice"))).trimmed();
         riga[ColDescrizione] = TestoDaCampo(rs.Fields(QStringLiteral("Descrizione"))).trimmed();
         m_righe.append(riga);
         qint64 posto = 0;
@@ -106,7 +106,7 @@ bool ElencoCambi::caricaValute(std::uint8_t modo, QString *errore)
 void ElencoCambi::caricaCambi(Recordset &cambi, double giorno)
 {
     for (RigaCambi &riga : m_righe) {
-        const QString &codice = riga[ColCodice];
+        const QString &codice = riga[ColCodiceMoneta];
         // "<=" runs into the last row of the currency before this one when
         // this one has no rate old enough: that row is not its rate.
         if (!cambi.Seek(QStringLiteral("<="), QVariantList{codice, giorno}) || cambi.NoMatch()
@@ -154,7 +154,7 @@ bool ElencoCambi::conferma(Recordset &cambi, double giorno, QString *errore) con
     if (!t.attiva())
         return Fallito(errore, frase, t.errore());
     for (const RigaCambi &riga : m_righe) {
-        const QString &codice = riga[ColCodice];
+        const QString &codice = riga[ColCodiceMoneta];
         const double valore = ValoreRapporto(riga[ColRapporto]);
         if (!cambi.Seek(QStringLiteral("="), QVariantList{codice, giorno}))
             return Fallito(errore, frase, cambi.Errore());
@@ -197,7 +197,7 @@ bool ElencoCambi::salvaOrdine(QString *errore)
     Transazione t;
     bool fatto = t.attiva();
     for (int i = 0; fatto && i < size(); ++i) {
-        fatto = nazioni.Seek(QStringLiteral("="), QVariantList{m_righe[i][ColCodice]});
+        fatto = nazioni.Seek(QStringLiteral("="), QVariantList{m_righe[i][ColCodiceMoneta]});
         if (fatto && nazioni.NoMatch())
             continue; // gone since the list was read
         fatto = fatto && nazioni.Edit() && nazioni.SetField(QStringLiteral("GesCmb"), posti[i])

@@ -41,7 +41,7 @@ constexpr int GiornoAreaEuro = 36161;
 
 // Columns of the list, as the grid shows them.
 enum ColonnaCambi : int {
-    ColCodice = 0,
+    ColCodiceMoneta = 0,
     ColDescrizione = 1,
     ColRapporto = 2,   // the rate as text: the only column the user edits
     ColNonDelGiorno = 3, // blank: stored for this very day; "N": older or none

@@ -397,7 +397,7 @@ bool GesCambi::mouseGriglia(QEvent *evento)
         if (!(mouse->buttons() & Qt::RightButton) || riga < 0 || m_caricamento)
             return false;
         m_rigaTrascinata = riga;
-        m_label2->setText(m_elenco.cella(riga, ColCodice) + QStringLiteral("  ")
+        m_label2->setText(m_elenco.cella(riga, ColCodiceMoneta) + QStringLiteral("  ")
                           + m_elenco.cella(riga, ColDescrizione));
         m_label2->adjustSize();
     }
@@ -480,7 +480,7 @@ void GesCambi::Scegli(int riga)
 {
     if (riga < 0 || riga >= m_elenco.size())
         return;
-    tabelle().CodiceCercato = m_elenco.cella(riga, ColCodice);
+    tabelle().CodiceCercato = m_elenco.cella(riga, ColCodiceMoneta);
     accept();
 }
 
@@ -490,6 +490,13 @@ int MostraGesCambi(QWidget *padre)
     if (!schermo.aperto())
         return 0;
     return EseguiModale(schermo);
+}
+
+void GestisciCambi(QWidget *padre, int modo)
+{
+    gesCambi().ModoCambi = static_cast<std::uint8_t>(modo);
+    gesCambi().DataCambi = GiornoDaData(QDate::currentDate());
+    MostraGesCambi(padre);
 }
 
 QString ScegliMoneta(QWidget *padre, double giorno)

@@ -102,6 +102,9 @@ private:
 // Shows the screen modally in the mode and on the day of gesCambi(); the
 // result code of the dialog, 0 when it could not open.
 int MostraGesCambi(QWidget *padre = nullptr);
+// The rates' own management, in the euro-area mode or the other one, on
+// today's rates (the frame's menu).
+void GestisciCambi(QWidget *padre, int modo);
 // The picker of a currency field: mode 3 on giorno. The code chosen, or
 // empty when the user left without choosing.
 QString ScegliMoneta(QWidget *padre, double giorno);

@@ -116,6 +116,20 @@ void Startup::costruisciMenu()
         connect(Mu_GesDis[i], &QAction::triggered, this, [this, i] { Mu_GesDis_Click(i); });
     }
 
+    // The rates of the euro area and of the other currencies are kept from
+    // here; the movement screens open the same screen only as a picker.
+    Mu_Cambi = menuBar()->addMenu(QStringLiteral("Ca&mbi"));
+    Mu_Cambi->setObjectName(QStringLiteral("Mu_Cambi"));
+    const char *vociCambi[] = {"Valute area &EURO", "Valute e&xtraEURO"};
+    for (int modo = 1; modo <= 2; ++modo) {
+        QAction *voce = Mu_Cambi->addAction(QString::fromUtf8(vociCambi[modo - 1]));
+        voce->setObjectName(QStringLiteral("Mu_Cambi%1").arg(modo));
+        connect(voce, &QAction::triggered, this, [this, modo] {
+            if (GestioneCambi)
+                GestioneCambi(modo);
+        });
+    }
+
     Mu_newexe = menuBar()->addAction(QStringLiteral("&Verifica aggiornamenti"));
     Mu_newexe->setObjectName(QStringLiteral("Mu_newexe"));
     connect(Mu_newexe, &QAction::triggered, this, [this] { Mu_newexe_Click(); });

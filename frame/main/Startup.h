@@ -47,6 +47,7 @@ public:
     std::function<void()> FermaStampe;
     std::function<void()> CaricaListaCli;     // the client popup, loaded unseen
     std::function<void()> VerificaAggiornamenti; // forced display
+    std::function<void(int)> GestioneCambi;      // the rates screen, in mode 1 or 2
     // The end of the process; QCoreApplication::exit unless replaced (tests).
     std::function<void(int)> TerminaProcesso;
 
@@ -58,6 +59,7 @@ public:
     QAction *Mu_end = nullptr;
     QMenu *Mu_Distinte = nullptr;
     std::array<QAction *, 8> Mu_GesDis{};
+    QMenu *Mu_Cambi = nullptr;
     QAction *Mu_newexe = nullptr;
     QWidget *Picture1 = nullptr;
     QLabel *aspetta = nullptr;

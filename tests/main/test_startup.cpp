@@ -201,7 +201,12 @@ TEST_F(Avvio, SenzaParametriLaProvaConIlMenuELaFine)
     EXPECT_FALSE(m_cornice->menuBar()->isHidden());
     EXPECT_TRUE(m_cornice->Mu_end->isVisible());
     EXPECT_TRUE(m_cornice->Mu_Distinte->menuAction()->isVisible());
-
+    // The rates' two management modes are the frame's own entries.
+    QList<int> modi;
+    m_cornice->GestioneCambi = [&modi](int modo) { modi.append(modo); };
+    for (QAction *voce : m_cornice->Mu_Cambi->actions())
+        voce->trigger();
+    EXPECT_EQ(modi, (QList<int>{1, 2}));
 
     // The first activation dispatches index 9: nothing opens.
     m_cornice->MDIForm_Activate();

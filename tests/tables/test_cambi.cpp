@@ -15,7 +15,7 @@ TEST_F(ListaCambi, LeValuteDelModoEIlCambioDelGiorno)
 {
     ElencoCambi e;
     ASSERT_TRUE(e.caricaValute(RicercaValute, nullptr));
-    EXPECT_EQ(Colonna(e, ColCodice), (QStringList{"EUR", "USD", "GBP", "JPY"}));
+    EXPECT_EQ(Colonna(e, ColCodiceMoneta), (QStringList{"EUR", "USD", "GBP", "JPY"}));
     EXPECT_EQ(Colonna(e, ColDescrizione)[2], "STERLINA INGLESE");
 
     // USD's seek lands on JPY's last rate, EUR's finds nothing: no rate.
@@ -35,9 +35,9 @@ TEST_F(ListaCambi, LeValuteDelModoEIlCambioDelGiorno)
     EXPECT_EQ(Colonna(e, ColRapporto), (QStringList{"0", "0", "0", "0"}));
 
     ASSERT_TRUE(e.caricaValute(CambiAreaEuro, nullptr));
-    EXPECT_EQ(Colonna(e, ColCodice), (QStringList{"EUR"}));
+    EXPECT_EQ(Colonna(e, ColCodiceMoneta), (QStringList{"EUR"}));
     ASSERT_TRUE(e.caricaValute(CambiExtraEuro, nullptr));
-    EXPECT_EQ(Colonna(e, ColCodice), (QStringList{"USD", "GBP", "JPY"}));
+    EXPECT_EQ(Colonna(e, ColCodiceMoneta), (QStringList{"USD", "GBP", "JPY"}));
 }
 
 TEST_F(ListaCambi, UnTestoDiventaZeroEConfermaNeCancellaIlCambioDelGiorno)
@@ -102,22 +102,22 @@ TEST_F(ListaCambi, LOrdineDiUnaParteRestaNeiPostiDiQuellaParte)
     ElencoCambi e;
     ASSERT_TRUE(e.caricaValute(CambiExtraEuro, nullptr));
     e.sposta(2, 0);
-    EXPECT_EQ(Colonna(e, ColCodice), (QStringList{"JPY", "USD", "GBP"}));
+    EXPECT_EQ(Colonna(e, ColCodiceMoneta), (QStringList{"JPY", "USD", "GBP"}));
     QString errore;
     ASSERT_TRUE(e.salvaOrdine(&errore)) << qPrintable(errore);
     ASSERT_TRUE(e.caricaValute(RicercaValute, nullptr));
-    EXPECT_EQ(Colonna(e, ColCodice), (QStringList{"EUR", "JPY", "USD", "GBP"}));
+    EXPECT_EQ(Colonna(e, ColCodiceMoneta), (QStringList{"EUR", "JPY", "USD", "GBP"}));
     EXPECT_EQ(Valore(QStringLiteral("SELECT GesCmb FROM TabNazioni WHERE Codice = 'CHF'")), 0);
 
     // Places that tie are told apart by the new order.
     Scrivi(QStringLiteral("UPDATE TabNazioni SET GesCmb = 1 WHERE GesCmb > 0"));
     ASSERT_TRUE(e.caricaValute(RicercaValute, nullptr));
-    const QStringList prima = Colonna(e, ColCodice);
+    const QStringList prima = Colonna(e, ColCodiceMoneta);
     e.sposta(0, e.size() - 1);
     ASSERT_TRUE(e.salvaOrdine(&errore)) << qPrintable(errore);
-    const QStringList dopo = Colonna(e, ColCodice);
+    const QStringList dopo = Colonna(e, ColCodiceMoneta);
     ASSERT_TRUE(e.caricaValute(RicercaValute, nullptr));
-    EXPECT_EQ(Colonna(e, ColCodice), dopo);
+    EXPECT_EQ(Colonna(e, ColCodiceMoneta), dopo);
     EXPECT_EQ(dopo.last(), prima.first());
 }
 

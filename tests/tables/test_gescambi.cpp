@@ -78,7 +78,7 @@ protected:
     {
         QStringList r;
         for (int i = 0; i < m_schermo->elenco().size(); ++i)
-            r << Cella(i, ColCodice);
+            r << Cella(i, ColCodiceMoneta);
         return r;
     }
     QPoint Centro(int riga, int colonna = ColDescrizione) const
@@ -132,7 +132,7 @@ TEST_F(SchermoCambi, UnCampoChiamaIlSelettoreEUnDoppioClickSceglie)
         titolo = s.windowTitle();
         s.show();
         QTableView *g = s.tdbgCambi();
-        const QPoint punto = g->visualRect(g->model()->index(3, ColCodice)).center();
+        const QPoint punto = g->visualRect(g->model()->index(3, ColCodiceMoneta)).center();
         QTest::mouseClick(g->viewport(), Qt::LeftButton, {}, punto);
         QTest::mouseDClick(g->viewport(), Qt::LeftButton, {}, punto);
         return s.result();

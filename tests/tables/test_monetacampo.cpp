@@ -30,7 +30,7 @@ TEST_F(MonetaDelCampo, F4SulCampoDellaMonetaPortaIlCodiceScelto)
         modo = cambi.modo();
         giorno = cambi.giorno();
         QTableView *g = cambi.tdbgCambi();
-        g->setCurrentIndex(g->model()->index(1, ColCodice));
+        g->setCurrentIndex(g->model()->index(1, ColCodiceMoneta));
         QTest::keyClick(g, Qt::Key_Return);
         return d.result();
     });
