@@ -168,18 +168,18 @@ void SchermoTabella::costruisci()
 void SchermoTabella::larghezzeColonne()
 {
     // A column opens as wide as the longest text on file or its heading,
-    // within what its cells accept; the long ones start from 20 characters.
-    const int c = m_grid->fontMetrics().averageCharWidth();
+    // and at least as wide as 20 of its characters where it takes more.
+    const QFontMetrics m = m_grid->fontMetrics();
+    const QFontMetrics testata = m_grid->horizontalHeader()->fontMetrics();
     for (int i = 0; i < m_tabella.colonne.size(); ++i) {
         const ColonnaRiferimento &col = m_tabella.colonne[i];
-        qsizetype caratteri = std::max<qsizetype>(col.intestazione.size(),
-                                                  std::min(col.larghezza, 20));
+        int larghezza = std::max(testata.horizontalAdvance(col.intestazione) + 12,
+                                 m.horizontalAdvance(QString(std::min(col.larghezza, 20),
+                                                             QLatin1Char('0'))));
         for (int r = 0; r < m_dati->rigaNuova(); ++r)
-            caratteri = std::max(caratteri, m_dati->index(r, i).data().toString().size());
-        caratteri = std::min<qsizetype>(std::max<qsizetype>(caratteri, col.intestazione.size()),
-                                        std::max<qsizetype>(col.larghezza,
-                                                            col.intestazione.size()));
-        m_grid->setColumnWidth(i, int(caratteri + 1) * c + 12);
+            larghezza = std::max(larghezza,
+                                 m.horizontalAdvance(m_dati->index(r, i).data().toString()));
+        m_grid->setColumnWidth(i, larghezza + 16);
     }
 }
 
