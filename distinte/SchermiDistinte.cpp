@@ -146,6 +146,9 @@ void DisponiSchermo(QWidget *schermo, QWidget *modulo, QWidget *lista)
     colonna->setSpacing(8);
     colonna->addWidget(modulo);
     colonna->addWidget(lista, 1);
+    // Where the form takes the list's place, it keeps its own height: the
+    // spare one stays blank below it.
+    colonna->addStretch(0);
 }
 
 void DisponiLista(QWidget *lista, QWidget *filtro, QWidget *pulsanti, QWidget *griglia)
