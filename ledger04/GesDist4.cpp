@@ -1,157 +1,48 @@
 #include "ledger04/GesDist4.h"
 
 #include "distinte/CampiData.h"
-#include "distinte/CampiInsDist.h"
-#include "distinte/SchermiDistinte.h"
-#include "frame/core/Sessione.h"
+#include "frame/core/Messaggi.h"
+#include "frame/ui/Cursore.h"
 #include "frame/ui/Schermo.h"
 #include "ledger04/ControllaCampo4.h"
 #include "ledger04/Distinte04.h"
 #include "ledger04/EleCli.h"
 #include "ledger04/ModelloDistinte04.h"
-#include "lookup/SceltaCliente.h"
-#include "store/Griglie.h"
-#include "store/Tabelle.h"
+#include "ledger04/StampaDistinta04.h"
 
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QComboBox>
-#include <QFrame>
 #include <QGridLayout>
-#include <QHBoxLayout>
-#include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QTableView>
-#include <QVBoxLayout>
 
 namespace sorvane {
 
-namespace {
-
-const QString ChiaveGriglia = QStringLiteral("GesDist4TDBGrid1");
-
-struct Misura
-{
-    int lunghezza; // characters a field holds, 0 no limit
-    int larghezza; // characters it is drawn for
-    const char *nome; // its accessible name
-};
-
-Misura MisuraCampo(int indice)
-{
-    switch (indice) {
-    case Campo04Giorno: return {2, 3, "Giorno"};
-    case Campo04Mese: return {2, 3, "Mese"};
-    case Campo04Anno: return {4, 5, "Anno"};
-    case Campo04CodiceCliente: return {8, 6, "Codice cliente"};
-    case Campo04NomeCliente: return {35, 28, "Nome cliente"};
-    case Campo04Causale: return {3, 5, "Causale"};
-    case Campo04Prodotto: return {100, 28, "Prodotto"};
-    case Campo04Moneta: return {3, 5, "Moneta"};
-    case Campo04Importo: return {0, 13, "Importo"};
-    case Campo04GiornoDal: return {2, 3, "Giorno iniziale"};
-    case Campo04MeseDal: return {2, 3, "Mese iniziale"};
-    case Campo04AnnoDal: return {4, 5, "Anno iniziale"};
-    case Campo04GiornoAl: return {2, 3, "Giorno finale"};
-    case Campo04MeseAl: return {2, 3, "Mese finale"};
-    case Campo04AnnoAl: return {4, 5, "Anno finale"};
-    case Campo04CodiceFiltro: return {8, 6, "Codice cliente del filtro"};
-    default: return {35, 28, "Nome cliente del filtro"};
-    }
-}
-
-} // namespace
-
-GesDist4::GesDist4(QWidget *padre) : QWidget(padre)
+GesDist4::GesDist4(QWidget *padre)
+    : Gestione04(Campo04NomeFiltro, QStringLiteral("cndEND"), padre)
 {
     setObjectName(QStringLiteral("GesDist4"));
     setWindowTitle(QStringLiteral("GESTIONE DISTINTA DOCUMENTI 04"));
     costruisci();
-    resize(1100, 700);
-    carica();
 }
 
-GesDist4::~GesDist4()
+QString GesDist4::chiaveGriglia() const { return QStringLiteral("GesDist4TDBGrid1"); }
+
+int GesDist4::campoCodiceFiltro() const { return Campo04CodiceFiltro; }
+
+Gestione04::Misura GesDist4::misuraFiltro(int indice) const
 {
-    delete m_controllo;
-    delete m_campi;
+    if (indice == Campo04CodiceFiltro)
+        return {8, 6, "Codice cliente del filtro", ModoCifre};
+    return {35, 28, "Nome cliente del filtro", ModoTesto};
 }
 
-void GesDist4::costruisci()
+void GesDist4::disponiFiltri(QGridLayout *g, QWidget *riquadro)
 {
-    for (int i = 0; i <= Campo04NomeFiltro; ++i)
-        m_txt.append(nullptr);
-    m_cmdData = {nullptr, nullptr, nullptr};
-    QWidget *modulo = costruisciModifica();
-    DisponiSchermo(this, modulo, costruisciLista());
-    installaSchermo();
-    ordineTab();
-
-    m_campi = new CampiInsDist(m_txt, this);
-    m_controllo = new ControlloCampi4(*m_campi);
-    // The client popup starts with "Anche chiusi" as the screen's box has it.
-    m_controllo->base.ricerca.CercaNomi = [this](const QString &nome) {
-        return int(CercaClienti(nome, m_chkClose->isChecked()));
-    };
-    m_controllo->base.ricerca.MostraLista = [](int sinistra, int alto) {
-        return MostraClienti(sinistra, alto);
-    };
-}
-
-QLineEdit *GesDist4::nuovoCampo(int indice, QWidget *padre)
-{
-    auto *campo = new QLineEdit(padre);
-    campo->setObjectName(QStringLiteral("txt%1").arg(indice));
-    const Misura m = MisuraCampo(indice);
-    campo->setAccessibleName(QString::fromLatin1(m.nome));
-    if (m.lunghezza > 0)
-        campo->setMaxLength(m.lunghezza);
-    campo->setFixedWidth(m.larghezza * fontMetrics().horizontalAdvance(QLatin1Char('M')) + 8);
-    const bool numero = indice <= Campo04CodiceCliente || indice == Campo04Importo
-                        || (indice >= Campo04GiornoDal && indice <= Campo04CodiceFiltro);
-    if (numero)
-        campo->setAlignment(Qt::AlignRight);
-    campo->installEventFilter(this);
-    m_txt[indice] = campo;
-    return campo;
-}
-
-QWidget *GesDist4::costruisciLista()
-{
-    m_pctLista = new QWidget(this);
-    QWidget *filtri = costruisciFiltri();
-    QWidget *pulsanti = costruisciPulsanti();
-    m_data1 = new ModelloDistinte04(this);
-    m_grid = GrigliaDistinte04(m_data1, QStringLiteral("Movimenti 04"), m_pctLista, this);
-    connect(m_grid, &QTableView::doubleClicked, this,
-            [this](const QModelIndex &i) { ApriRiga(i.row()); });
-    DisponiLista(m_pctLista, filtri, pulsanti, m_grid);
-    return m_pctLista;
-}
-
-QWidget *GesDist4::costruisciFiltri()
-{
-    auto *riquadro = new QFrame(m_pctLista);
-    QGridLayout *g = RiquadroCampi(riquadro);
-    for (int i = Campo04GiornoDal; i <= Campo04NomeFiltro; ++i)
-        nuovoCampo(i, riquadro);
-    m_spin1 = NuovoSpin(QStringLiteral("SpinButton1"), QStringLiteral("Dal"), riquadro);
-    m_spin2 = NuovoSpin(QStringLiteral("SpinButton2"), QStringLiteral("al"), riquadro);
-    m_cmdData[1] = PulsanteCalendario(QStringLiteral("cmdData_1"), riquadro);
-    m_cmdData[2] = PulsanteCalendario(QStringLiteral("cmdData_2"), riquadro);
-    m_cmbSoc1 = new QComboBox(riquadro);
-    m_cmbSoc1->setObjectName(QStringLiteral("cmbSoc_1"));
-    m_cmbSoc1->setAccessibleName(QStringLiteral("Ditta del filtro"));
-    m_cmbSoc1->setMinimumWidth(22 * fontMetrics().horizontalAdvance(QLatin1Char('M')));
-    m_lbTeam = new EtichettaSquadra(riquadro);
-    m_chkClose = new QCheckBox(QStringLiteral("Chiusi"), riquadro);
-    m_chkClose->setObjectName(QStringLiteral("chkClose"));
-
     g->addWidget(EtichettaCampo(QStringLiteral("Dal "), riquadro), 0, 0);
-    g->addLayout(InFila({m_txt[10], m_txt[11], m_txt[12], m_spin1, m_cmdData[1]}), 0, 1);
+    g->addLayout(filaData(1), 0, 1);
     g->addWidget(EtichettaCampo(QStringLiteral("al "), riquadro), 0, 2);
-    g->addLayout(InFila({m_txt[13], m_txt[14], m_txt[15], m_spin2, m_cmdData[2]}), 0, 3);
+    g->addLayout(filaData(2), 0, 3);
     g->addWidget(EtichettaCampo(QStringLiteral("Cliente"), riquadro), 1, 0);
     g->addLayout(InFila({m_txt[16], m_txt[17], m_chkClose}), 1, 1, 1, 3);
     g->addWidget(EtichettaCampo(QStringLiteral("Gruppo"), riquadro), 1, 4);
@@ -159,149 +50,72 @@ QWidget *GesDist4::costruisciFiltri()
     g->addWidget(EtichettaCampo(QStringLiteral("Ditta"), riquadro), 2, 0);
     g->addLayout(InFila({m_cmbSoc1}), 2, 1, 1, 3);
     g->setColumnStretch(5, 1);
-
-    connect(m_spin1, &PulsanteSpin::passo, this, [this](int p) { spin(1, p); });
-    connect(m_spin2, &PulsanteSpin::passo, this, [this](int p) { spin(2, p); });
-    connect(m_cmdData[1], &QPushButton::clicked, this, [this] { ScegliData(1); });
-    connect(m_cmdData[2], &QPushButton::clicked, this, [this] { ScegliData(2); });
-    connect(m_lbTeam, &EtichettaSquadra::cliccata, this, &GesDist4::ClickSquadra);
-    return riquadro;
 }
 
-QWidget *GesDist4::costruisciPulsanti()
+QList<QWidget *> GesDist4::tabFiltri() const
 {
-    auto *riquadro = new QWidget(m_pctLista);
-    const char *const titoli[] = {"&USCITA", "&ESTRAI", "&STAMPA", "&AGGIUNGI"};
-    for (const char *t : titoli)
-        m_command1.append(PulsanteRiga(QString::fromLatin1(t),
-                                   QStringLiteral("Command1_%1").arg(m_command1.size()),
-                                   riquadro));
-    QHBoxLayout *r = FilaPulsanti({m_command1[1], m_command1[3], m_command1[2]}, m_command1[0]);
-    r->setContentsMargins(0, 0, 0, 0);
-    riquadro->setLayout(r);
-    connect(m_command1[0], &QPushButton::clicked, this, &QWidget::close);
-    connect(m_command1[1], &QPushButton::clicked, this, &GesDist4::Estrai);
-    connect(m_command1[2], &QPushButton::clicked, this, &GesDist4::Stampa);
-    connect(m_command1[3], &QPushButton::clicked, this, &GesDist4::NuovoMovimento04);
-    return riquadro;
-}
-
-QWidget *GesDist4::costruisciModifica()
-{
-    auto *riquadro = new QFrame(this);
-    m_pctMod = riquadro;
-    for (int i = Campo04Giorno; i <= Campo04Importo; ++i)
-        nuovoCampo(i, riquadro);
-    const int m = fontMetrics().horizontalAdvance(QLatin1Char('M'));
-    m_label2 = new QLabel(QStringLiteral("MODIFICA MOVIMENTO "), riquadro);
-    m_label2->setObjectName(QStringLiteral("Label2"));
-    QGridLayout *g = PannelloModulo(riquadro, m_label2);
-    m_cmbSoc0 = new QComboBox(riquadro);
-    m_cmbSoc0->setObjectName(QStringLiteral("cmbSoc_0"));
-    m_cmbSoc0->setAccessibleName(QStringLiteral("Ditta"));
-    m_cmbSoc0->setMinimumWidth(22 * m);
-    m_cauDes = new QLabel(riquadro);
-    m_cauDes->setObjectName(QStringLiteral("CauDes"));
-    m_cauDes->setMinimumWidth(24 * m);
-    m_spinM = NuovoSpin(QStringLiteral("SpinButtonM"), QStringLiteral("Data"), riquadro);
-    m_cmdData[0] = PulsanteCalendario(QStringLiteral("cmdData_0"), riquadro);
-    m_cmdMOD = PulsanteRiga(QStringLiteral("&CONFERMA"), QStringLiteral("cmdMOD"), riquadro);
-    m_cmdDEL = PulsanteRiga(QStringLiteral("&ELIMINA"), QStringLiteral("cmdDEL"), riquadro);
-    m_cndEND = PulsanteRiga(QStringLiteral("&USCITA"), QStringLiteral("cndEND"), riquadro);
-
-    g->addWidget(EtichettaCampo(QStringLiteral("Ditta"), riquadro), 1, 0);
-    g->addLayout(InFila({m_cmbSoc0}), 1, 1);
-    g->addWidget(EtichettaCampo(QStringLiteral("Data"), riquadro), 1, 2);
-    g->addLayout(InFila({m_txt[1], m_txt[2], m_txt[3], m_spinM, m_cmdData[0]}), 1, 3);
-    g->addWidget(EtichettaCampo(QStringLiteral("Cliente"), riquadro), 2, 0);
-    g->addLayout(InFila({m_txt[4], m_txt[5]}), 2, 1, 1, 3);
-    g->addWidget(EtichettaCampo(QStringLiteral("Caus."), riquadro), 3, 0);
-    g->addLayout(InFila({m_txt[6], m_cauDes}), 3, 1, 1, 3);
-    g->addWidget(EtichettaCampo(QStringLiteral("Prod."), riquadro), 4, 0);
-    g->addLayout(InFila({m_txt[7]}), 4, 1, 1, 3);
-    g->addWidget(EtichettaCampo(QStringLiteral("Imp."), riquadro), 5, 0);
-    g->addLayout(InFila({m_txt[8], m_txt[9]}), 5, 1, 1, 3);
-    auto *pulsanti = new QVBoxLayout;
-    pulsanti->setSpacing(8);
-    pulsanti->addWidget(m_cmdMOD);
-    pulsanti->addWidget(m_cmdDEL);
-    pulsanti->addStretch(1);
-    pulsanti->addWidget(m_cndEND);
-    g->addLayout(pulsanti, 1, 4, 5, 1);
-    g->setColumnStretch(3, 1);
-
-    connect(m_spinM, &PulsanteSpin::passo, this, [this](int p) { spin(0, p); });
-    connect(m_cmdData[0], &QPushButton::clicked, this, [this] { ScegliData(0); });
-    connect(m_cmdMOD, &QPushButton::clicked, this, &GesDist4::Conferma);
-    connect(m_cmdDEL, &QPushButton::clicked, this, &GesDist4::Elimina);
-    connect(m_cndEND, &QPushButton::clicked, this, &GesDist4::Annulla);
-    return riquadro;
-}
-
-void GesDist4::installaSchermo()
-{
-    QList<std::uint8_t> modi;
-    for (int i = 1; i < m_txt.size(); ++i) {
-        const bool cifre = i <= Campo04CodiceCliente || i == Campo04Causale
-                           || (i >= Campo04GiornoDal && i <= Campo04CodiceFiltro);
-        modi.append(i == Campo04Importo ? ModoImporto : cifre ? ModoCifre : ModoTesto);
-    }
-    m_schermo = new Schermo(this);
-    m_schermo->campi(m_txt.mid(1), modi);
-    m_schermo->tastoGiu = [this](int codice, int maschera) { return tastoGiu(codice, maschera); };
-}
-
-void GesDist4::ordineTab()
-{
-    QList<QWidget *> ordine{m_cmbSoc0};
-    for (int i = Campo04Giorno; i <= Campo04Importo; ++i)
-        ordine.append(m_txt[i]);
-    ordine << m_cmdMOD << m_cmdDEL << m_cndEND << m_cmbSoc1;
+    QList<QWidget *> ordine;
     for (int i = Campo04GiornoDal; i <= Campo04NomeFiltro; ++i)
         ordine.append(m_txt[i]);
-    // The dates' arrows and calendars after the grid, just before the first
-    // field of their panel again, so that Enter through the fields never
-    // stops on them.
-    ordine << m_chkClose << m_command1[1] << m_command1[3] << m_command1[2] << m_command1[0]
-           << m_grid << m_spin1 << m_cmdData[1] << m_spin2 << m_cmdData[2] << m_spinM
-           << m_cmdData[0];
-    for (int i = 1; i < ordine.size(); ++i)
-        setTabOrder(ordine[i - 1], ordine[i]);
+    return ordine << m_chkClose;
 }
 
-void GesDist4::carica()
+void GesDist4::Estrai()
 {
-    Sessione &s = sessione();
-    s.CodiceStop = 0;
-    ApriDistinte04();
-    const std::int16_t fermo = s.CodiceStop;
-    const QString societa = QStringLiteral("SELECT * FROM Societa ORDER BY SocNome");
-    RiempiCombo(m_cmbSoc0, societa, QStringLiteral("SocNome"));
-    RiempiCombo(m_cmbSoc1, societa, QStringLiteral("SocNome"), QString());
-    for (int i = Campo04Giorno; i <= Campo04NomeFiltro; ++i)
-        m_txt[i]->setText(QStringLiteral(" "));
-    // Everything up to today.
-    const QString oggi = s.OggiTesto;
-    m_txt[Campo04GiornoAl]->setText(oggi.mid(0, 2));
-    m_txt[Campo04MeseAl]->setText(oggi.mid(3, 2));
-    m_txt[Campo04AnnoAl]->setText(oggi.right(4));
-    ChiudiModulo(m_pctMod);
-    m_command1[2]->hide();
-    m_command1[3]->hide();
-    CaricaLayoutGriglia(m_grid, ChiaveGriglia, 0);
-    s.CodiceStop = fermo;
+    CursoreAttesa();
+    m_filtro = FiltroDistinte{};
+    m_filtro.dal = DataDeiCampi(m_txt, {Campo04GiornoDal, Campo04MeseDal, Campo04AnnoDal});
+    m_filtro.al = DataDeiCampi(m_txt, {Campo04GiornoAl, Campo04MeseAl, Campo04AnnoAl});
+    m_filtro.codiceCliente = m_txt[Campo04CodiceFiltro]->text();
+    m_filtro.nomeCliente = m_txt[Campo04NomeFiltro]->text();
+    m_filtro.ditta = m_cmbSoc1->currentText();
+    m_condizione = CondizioneEstrazione04(m_filtro, GiornoOggi());
+    QString errore;
+    if (!m_data1->Carica(QueryLista04(m_condizione), m_condizione.parametri, &errore)) {
+        CursoreNormale();
+        Messaggio(QStringLiteral("ERRORE IN ESTRAZIONE DEI MOVIMENTI\n") + errore, QString(),
+                  Icona::Stop);
+    }
+    m_grid->scrollToTop();
+    aggiornaPulsanti();
+    CursoreNormale();
 }
 
-void GesDist4::showEvent(QShowEvent *evento)
+void GesDist4::aggiorna()
 {
-    QWidget::showEvent(evento);
-    PrimaVista(this, m_attivato, tabelle().RsDistinte04.IsOpen(), m_txt[Campo04GiornoDal]);
+    const int riga = m_grid->currentIndex().row();
+    m_data1->Aggiorna(riga + 1);
+    if (riga >= 0 && m_data1->rowCount() > 0)
+        m_grid->setCurrentIndex(m_data1->index(std::min(riga, m_data1->rowCount() - 1), 0));
+    aggiornaPulsanti();
 }
 
-void GesDist4::closeEvent(QCloseEvent *evento)
+void GesDist4::dopoModifica(bool eliminato)
 {
-    ScaricaSchermo(m_schermo, {&tabelle().RsDistinte04}, m_grid, ChiaveGriglia);
-    evento->accept();
+    if (!eliminato && m_condizione.vuota())
+        Estrai();
+    else
+        aggiorna();
+}
+
+void GesDist4::Stampa()
+{
+    // The rows are the list's; the firm, client and team are the fields'
+    // as they stand now.
+    SchermoEstratto04 s;
+    s.estrazione = m_condizione;
+    s.dataDal = m_filtro.dal;
+    s.dataAl = m_filtro.al;
+    s.ditta = m_cmbSoc1->currentText();
+    s.codiceCliente = m_txt[Campo04CodiceFiltro]->text();
+    s.nomeCliente = m_txt[Campo04NomeFiltro]->text();
+    s.squadra = m_lbTeam->text();
+    m_controllo->base.ClienteCorrente = s.cliente();
+    if (m_data1->rowCount() <= 0)
+        return;
+    occupa(true);
+    StampaDistinta04(s);
+    occupa(false);
 }
 
 } // namespace sorvane

@@ -1,25 +1,19 @@
-// What the 04 ledger's screen does: the extraction, the team popup, the
-// period's arrows and calendars, a row opened, added, changed or deleted.
+// What the 04 list screens do alike: the team popup, the dates' arrows and
+// calendars, a row of the ledger opened, added, changed or deleted.
 
-#include "ledger04/GesDist4.h"
+#include "ledger04/Gestione04.h"
 
 #include "distinte/CampiData.h"
-#include "distinte/CampiInsDist.h"
-#include "distinte/SchermiDistinte.h"
 #include "frame/core/Campi.h"
 #include "frame/core/Giorni.h"
 #include "frame/core/Messaggi.h"
 #include "frame/core/Sessione.h"
 #include "frame/core/Valore.h"
-#include "frame/ui/Cursore.h"
 #include "ledger04/ControllaCampo4.h"
 #include "ledger04/Distinte04.h"
 #include "ledger04/EleCli.h"
 #include "ledger04/ModelloDistinte04.h"
-#include "ledger04/Squadre.h"
-#include "ledger04/StampaDistinta04.h"
 #include "store/Cliente.h"
-#include "store/Descrizioni.h"
 #include "store/Tabelle.h"
 
 #include <QComboBox>
@@ -46,88 +40,38 @@ QString ConMotivo(const QString &testo, const QString &motivo)
 
 } // namespace
 
-void GesDist4::Estrai()
-{
-    CursoreAttesa();
-    m_filtro = FiltroDistinte{};
-    m_filtro.dal = DataDeiCampi(m_txt, Date[1]);
-    m_filtro.al = DataDeiCampi(m_txt, Date[2]);
-    m_filtro.codiceCliente = m_txt[Campo04CodiceFiltro]->text();
-    m_filtro.nomeCliente = m_txt[Campo04NomeFiltro]->text();
-    m_filtro.ditta = m_cmbSoc1->currentText();
-    m_condizione = CondizioneEstrazione04(m_filtro, GiornoOggi());
-    QString errore;
-    if (!m_data1->Carica(QueryLista04(m_condizione), m_condizione.parametri, &errore)) {
-        CursoreNormale();
-        Messaggio(QStringLiteral("ERRORE IN ESTRAZIONE DEI MOVIMENTI\n") + errore, QString(),
-                  Icona::Stop);
-    }
-    m_grid->scrollToTop();
-    aggiornaPulsanti();
-    CursoreNormale();
-}
-
-void GesDist4::aggiornaPulsanti()
+void Gestione04::aggiornaPulsanti()
 {
     const bool righe = m_data1->rowCount() >= 1;
     m_command1[2]->setVisible(righe);
     m_command1[3]->setVisible(righe);
 }
 
-void GesDist4::aggiorna()
-{
-    const int riga = m_grid->currentIndex().row();
-    m_data1->Aggiorna(riga + 1);
-    if (riga >= 0 && m_data1->rowCount() > 0)
-        m_grid->setCurrentIndex(m_data1->index(std::min(riga, m_data1->rowCount() - 1), 0));
-    aggiornaPulsanti();
-}
-
-void GesDist4::Stampa()
-{
-    // The rows are the list's; the firm, client and team are the fields'
-    // as they stand now.
-    SchermoEstratto04 s;
-    s.estrazione = m_condizione;
-    s.dataDal = m_filtro.dal;
-    s.dataAl = m_filtro.al;
-    s.ditta = m_cmbSoc1->currentText();
-    s.codiceCliente = m_txt[Campo04CodiceFiltro]->text();
-    s.nomeCliente = m_txt[Campo04NomeFiltro]->text();
-    s.squadra = m_lbTeam->text();
-    m_controllo->base.ClienteCorrente = s.cliente();
-    if (m_data1->rowCount() <= 0)
-        return;
-    m_occupato = true;
-    StampaDistinta04(s);
-    m_occupato = false;
-}
-
-void GesDist4::ClickSquadra()
+void Gestione04::ClickSquadra()
 {
     m_occupato = true;
     const std::int32_t scelto = ScegliDallaSquadra(m_lbTeam->text(), this);
     m_occupato = false;
-    if (scelto == 0 || scelto == m_filtro.cliente())
+    if (scelto == 0 || scelto == clienteEstratto())
         return;
     // The member becomes the client of a fresh extraction; the team is the
     // same, a property of every member.
     m_controllo->base.ClienteCorrente = scelto;
-    m_txt[Campo04CodiceFiltro]->setText(QString::number(scelto));
-    m_txt[Campo04NomeFiltro]->setText(Cli().Codice == scelto ? Cli().Ragsoc : QString());
+    m_txt[campoCodiceFiltro()]->setText(QString::number(scelto));
+    m_txt[campoNomeFiltro()]->setText(Cli().Codice == scelto ? Cli().Ragsoc : QString());
     Estrai();
 }
 
-void GesDist4::spin(int data, int passo) { SpostaData(m_txt, Date[data], passo); }
+void Gestione04::spin(int data, int passo) { SpostaData(m_txt, Date[data], passo); }
 
-void GesDist4::ScegliData(int indice)
+void Gestione04::ScegliData(int indice)
 {
     m_occupato = true;
     DataDalCalendario(this, m_txt, Date[indice]);
     m_occupato = false;
 }
 
-void GesDist4::NuovoMovimento04()
+void Gestione04::NuovoMovimento04()
 {
     m_codiceMovimento = ProssimoCodice04(tabelle().RsDistinte04);
     m_occupato = true;
@@ -137,11 +81,12 @@ void GesDist4::NuovoMovimento04()
     for (int i = Campo04CodiceCliente; i <= Campo04Importo; ++i)
         m_txt[i]->clear();
     m_cauDes->clear();
-    m_txt[Campo04CodiceCliente]->setText(m_txt[Campo04CodiceFiltro]->text().trimmed());
-    m_txt[Campo04NomeCliente]->setText(m_txt[Campo04NomeFiltro]->text().trimmed());
-    m_controllo->base.ClienteCorrente = m_filtro.cliente() > 0
-        ? m_filtro.cliente()
-        : static_cast<std::int32_t>(CDbl(DataDaCampo(m_txt[Campo04CodiceFiltro]->text())));
+    const QString codice = m_txt[campoCodiceFiltro()]->text();
+    m_txt[Campo04CodiceCliente]->setText(codice.trimmed());
+    m_txt[Campo04NomeCliente]->setText(m_txt[campoNomeFiltro()]->text().trimmed());
+    m_controllo->base.ClienteCorrente =
+        clienteEstratto() > 0 ? clienteEstratto()
+                              : static_cast<std::int32_t>(CDbl(DataDaCampo(codice)));
     int primo = Campo04Giorno;
     while (primo < Campo04Importo && !m_txt[primo]->text().trimmed().isEmpty())
         ++primo;
@@ -151,11 +96,13 @@ void GesDist4::NuovoMovimento04()
     m_occupato = false;
 }
 
-void GesDist4::ApriRiga(int riga)
+void Gestione04::ApriRiga(int riga)
 {
     if (riga < 0 || riga >= m_data1->rowCount())
         return;
     const std::int32_t codice = m_data1->Codice(riga);
+    // A row the ledger doesn't hold (the opening balance of the interest
+    // list) opens nothing.
     const std::optional<RigaDistinta04> r = CercaRiga04(tabelle().RsDistinte04, codice);
     if (!r)
         return;
@@ -180,14 +127,14 @@ void GesDist4::ApriRiga(int riga)
     m_occupato = false;
 }
 
-void GesDist4::mostraModifica(const QString &titolo, int primo)
+void Gestione04::mostraModifica(const QString &titolo, int primo)
 {
     m_label2->setText(titolo);
     // The form takes the list's place.
     ApriModulo(m_pctLista, m_pctMod, m_txt[primo], true);
 }
 
-void GesDist4::Conferma()
+void Gestione04::Conferma()
 {
     m_occupato = true;
     if (m_controllo->ControllaMovimento4() > 0) {
@@ -214,13 +161,10 @@ void GesDist4::Conferma()
         return;
     }
     tornaAllaLista();
-    if (m_condizione.vuota())
-        Estrai();
-    else
-        aggiorna();
+    dopoModifica(false);
 }
 
-void GesDist4::Elimina()
+void Gestione04::Elimina()
 {
     m_occupato = true;
     if (Messaggio(QStringLiteral("CONFERMI LA CANCELLAZIONE DEL MOVIMENTO "),
@@ -239,10 +183,10 @@ void GesDist4::Elimina()
         return;
     }
     tornaAllaLista();
-    aggiorna();
+    dopoModifica(true);
 }
 
-void GesDist4::Annulla()
+void Gestione04::Annulla()
 {
     m_occupato = true;
     for (int i = Campo04Giorno; i <= Campo04Importo; ++i)
@@ -251,7 +195,7 @@ void GesDist4::Annulla()
     tornaAllaLista();
 }
 
-void GesDist4::tornaAllaLista()
+void Gestione04::tornaAllaLista()
 {
     // The panel's field in focus is not left for a check: the panel closes.
     m_occupato = true;

@@ -1,12 +1,10 @@
-// The fields of the 04 ledger's screen: focus in and out, the checks as a
-// field is left, the keys that move on.
+// The fields of the 04 list screens: focus in and out, the checks as a
+// field is left, the keys that move on, F4 on the reason and currencies.
 
-#include "ledger04/GesDist4.h"
+#include "ledger04/Gestione04.h"
 
-#include "distinte/SchermiDistinte.h"
 #include "frame/core/Campi.h"
 #include "frame/core/Sessione.h"
-#include "frame/core/Valore.h"
 #include "frame/ui/Schermo.h"
 #include "ledger04/ControllaCampo4.h"
 #include "ledger04/EleCli.h"
@@ -22,13 +20,7 @@
 
 namespace sorvane {
 
-namespace {
-
-bool CampoDelFiltro(int indice) { return indice >= Campo04GiornoDal; }
-
-} // namespace
-
-bool GesDist4::eventFilter(QObject *oggetto, QEvent *evento)
+bool Gestione04::eventFilter(QObject *oggetto, QEvent *evento)
 {
     const int indice = EventoCampo(m_txt, oggetto, evento, [this](int i, FuocoCampo fuoco) {
         if (fuoco == FuocoCampo::Entrato)
@@ -44,21 +36,30 @@ bool GesDist4::eventFilter(QObject *oggetto, QEvent *evento)
     return QWidget::eventFilter(oggetto, evento);
 }
 
-bool GesDist4::tastoGiu(int codice, int maschera)
+std::optional<QString> Gestione04::dataDellaMoneta(int indice) const
 {
-    if (codice == tasti::F4 && IndiceCampo(m_txt, focusWidget()) == Campo04Moneta) {
-        // The currency's picker, on the day the fields hold; the field is
+    if (indice != Campo04Moneta)
+        return std::nullopt;
+    return m_txt[Campo04Giorno]->text() + QLatin1Char('/') + m_txt[Campo04Mese]->text()
+           + QLatin1Char('/') + m_txt[Campo04Anno]->text();
+}
+
+bool Gestione04::tastoGiu(int codice, int maschera)
+{
+    Q_UNUSED(maschera);
+    const int indice = IndiceCampo(m_txt, focusWidget());
+    const std::optional<QString> giorno = dataDellaMoneta(indice);
+    if (codice == tasti::F4 && giorno) {
+        // The currency's picker, on the day beside the field; the field is
         // checked when the focus comes back.
-        QLineEdit *moneta = m_txt[Campo04Moneta];
+        QLineEdit *moneta = m_txt[indice];
         m_occupato = true;
-        ScegliMonetaDelCampo(moneta, m_txt[Campo04Giorno]->text() + QLatin1Char('/')
-                                         + m_txt[Campo04Mese]->text() + QLatin1Char('/')
-                                         + m_txt[Campo04Anno]->text());
+        ScegliMonetaDelCampo(moneta, *giorno);
         m_occupato = false;
         moneta->setFocus(Qt::OtherFocusReason);
         return true;
     }
-    if (codice == tasti::F4 && IndiceCampo(m_txt, focusWidget()) == Campo04Causale) {
+    if (codice == tasti::F4 && indice == Campo04Causale) {
         // The reasons' lookup; the field is checked when the focus comes back.
         m_occupato = true;
         CercaCausale(m_txt[Campo04Causale]);
@@ -66,44 +67,48 @@ bool GesDist4::tastoGiu(int codice, int maschera)
         m_txt[Campo04Causale]->setFocus(Qt::OtherFocusReason);
         return true;
     }
-    if (codice != tasti::Invio)
-        return false;
-    if (IndiceCampo(m_txt, focusWidget()) == Campo04NomeFiltro) {
+    if (codice == tasti::Invio && indice == campoNomeFiltro()) {
         m_command1[1]->setFocus(Qt::TabFocusReason);
         return true;
     }
     return false;
 }
 
-bool GesDist4::fermo() const
+bool Gestione04::fermo() const
 {
     // Not while a message, a popup or a button's routine holds the focus,
     // nor once the screen unloads and its tables close.
     return m_errore || m_occupato || m_schermo->inScarico() || !tabelle().RsDistinte04.IsOpen();
 }
 
-void GesDist4::fuocoEntrato(int indice)
+void Gestione04::fuocoEntrato(int indice)
 {
     m_fuoco.entrato(indice);
     sessione().CodiceStop = 0;
     if (indice == Campo04Moneta && m_txt[indice]->text().trimmed().isEmpty())
         m_txt[indice]->setText(m_controllo->MonetaProposta());
+    if (indice >= Campo04GiornoDal)
+        filtroEntrato(indice);
 }
 
-void GesDist4::fuocoUscito(int indice)
+int Gestione04::controllaCampo(int indice) { return m_controllo->ControllaCampo4(indice); }
+
+int Gestione04::mostraErrore() { return MostraErroreCampo4(); }
+
+void Gestione04::fuocoUscito(int indice)
 {
     if (fermo() || m_fuoco.diPassaggio(indice))
         return;
     m_occupato = true;
-    const int codice = m_controllo->ControllaCampo4(indice);
+    const int codice = controllaCampo(indice);
     m_occupato = false;
     if (m_controllo->Squadra)
         m_lbTeam->setText(*m_controllo->Squadra);
     if (codice > 0) {
         m_errore = true;
-        int campo = MostraErroreCampo4();
+        int campo = mostraErrore();
         m_errore = false;
-        if (CampoDelFiltro(indice))
+        if (indice >= Campo04GiornoDal)
             campo = indice;
         m_fuoco.tornaA(campo);
         return;
@@ -114,6 +119,11 @@ void GesDist4::fuocoUscito(int indice)
         const QString moneta = m_txt[Campo04Moneta]->text().trimmed();
         m_txt[indice]->setText(
             FormatoImporto(moneta, LeggiImporto(m_txt[indice]->text()).value_or(0)));
+    }
+    if (indice >= Campo04GiornoDal) {
+        m_occupato = true;
+        filtroLasciato(indice);
+        m_occupato = false;
     }
     if (m_controllo->CampoFuoco > 0)
         m_fuoco.tornaA(m_controllo->CampoFuoco);
