@@ -1,5 +1,7 @@
 #include "reports/Renderer.h"
 
+#include "reports/PezziTabella.h"
+
 #include <QAbstractTextDocumentLayout>
 #include <QFile>
 #include <QFileInfo>
@@ -14,11 +16,13 @@
 #include <QTextDocument>
 #include <QTextFrame>
 #include <QTextOption>
+#include <QTextTable>
 #include <QUrl>
 
 #include <cmath>
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace sorvane {
 
@@ -129,6 +133,106 @@ int PagineOccupate(const QTextDocument &doc, double altezzaPagina)
     return int(std::ceil(fondo / altezzaPagina - 1e-6));
 }
 
+// A piece of the body laid out on its own, and the page its first page is.
+struct Pezzo
+{
+    std::unique_ptr<QTextDocument> doc;
+    int prima = 0;
+};
+
+// Rows of a long table per piece. Qt lays out and draws a table at a cost
+// that grows with the whole table on every page (each page looks its cells
+// up in the whole document and walks the headings of every page), so a
+// statement of 20,000 rows took four times as long per row as one of 5,000.
+constexpr int kRighePezzo = 1000;
+
+int PaginaDi(double y, double altezzaPagina)
+{
+    return int(std::floor(y / altezzaPagina + 1e-9));
+}
+
+// The body's long table in pieces of kRighePezzo rows, each a table of its
+// own starting at the top of a page: the page where the rows of a piece
+// end is laid out again as the first of the next. A piece is kept only if
+// the rows it shares with the one before stand exactly where that one put
+// them, cell by cell; from the same row at the same place with the same
+// columns, the rest of the table can only fall the same way. False when
+// they do not (the caller then lays out the whole at once).
+bool ImpaginaAPezzi(const Modello &modello, const QFont &font, const QString &html,
+                    const TabellaLunga &tabella, double larghezza, double altezzaPagina,
+                    std::vector<Pezzo> &pezzi, int &occupate)
+{
+    const int n = tabella.conteggio();
+    int da = 0;
+    int prima = 0;
+    int testata = -1;
+    int daAttese = 0;
+    QList<QRectF> attese; // the shared rows' cells, on the page they start
+    for (;;) {
+        const int a = qMin(n, da + kRighePezzo);
+        auto doc = Documento(modello, font, PezzoTabella(html, tabella, da, a), larghezza,
+                             altezzaPagina);
+        const QList<QTextFrame *> figli = doc->rootFrame()->childFrames();
+        const int indice = da == 0 ? tabella.indice : 0;
+        QTextTable *t = indice < figli.size() ? qobject_cast<QTextTable *>(figli.at(indice))
+                                              : nullptr;
+        if (!t || t->rows() < a - da || (testata >= 0 && t->rows() - (a - da) != testata))
+            return false;
+        testata = t->rows() - (a - da);
+        const QAbstractTextDocumentLayout *layout = doc->documentLayout();
+        const auto cella = [&](int riga, int colonna) {
+            return layout->blockBoundingRect(
+                t->cellAt(testata + riga - da, colonna).firstCursorPosition().block());
+        };
+        const int colonne = t->columns();
+        for (int i = 0; i < attese.size(); ++i) {
+            const QRectF r = cella(daAttese + i / colonne, i % colonne);
+            const QRectF &atteso = attese.at(i);
+            if (qAbs(r.top() - atteso.top()) > 1e-6 || qAbs(r.left() - atteso.left()) > 1e-6
+                || qAbs(r.width() - atteso.width()) > 1e-6
+                || qAbs(r.height() - atteso.height()) > 1e-6)
+                return false;
+        }
+        if (a == n) {
+            occupate = prima + PagineOccupate(*doc, altezzaPagina);
+            pezzi.push_back({std::move(doc), prima});
+            return true;
+        }
+        const int ultima = PaginaDi(cella(a - 1, 0).top(), altezzaPagina);
+        int s = a - 1;
+        while (s > da && PaginaDi(cella(s - 1, 0).top(), altezzaPagina) >= ultima)
+            --s;
+        if (ultima < 1 || (s == da && da > 0))
+            return false;
+        attese.clear();
+        for (int r = s; r < a; ++r)
+            for (int c = 0; c < colonne; ++c)
+                attese.append(cella(r, c).translated(0, -ultima * altezzaPagina));
+        daAttese = s;
+        pezzi.push_back({std::move(doc), prima});
+        prima += ultima;
+        da = s;
+    }
+}
+
+// The body laid out, in pieces when it holds a long table; `occupate` is
+// the count of pages that hold something of it.
+std::vector<Pezzo> ImpaginaCorpo(const Modello &modello, const QFont &font, const QString &html,
+                                 double larghezza, double altezzaPagina, int &occupate)
+{
+    std::vector<Pezzo> pezzi;
+    if (const auto tabella = TrovaTabellaLunga(html, 2 * kRighePezzo)) {
+        if (ImpaginaAPezzi(modello, font, html, *tabella, larghezza, altezzaPagina, pezzi,
+                           occupate))
+            return pezzi;
+        pezzi.clear();
+    }
+    auto doc = Documento(modello, font, html, larghezza, altezzaPagina);
+    occupate = PagineOccupate(*doc, altezzaPagina);
+    pezzi.push_back({std::move(doc), 0});
+    return pezzi;
+}
+
 } // namespace
 
 struct Impaginazione::Dati
@@ -142,7 +246,7 @@ struct Impaginazione::Dati
     double hCorpo = 0;
     int pagine = 1;
     bool parziale = false;
-    std::unique_ptr<QTextDocument> corpo;
+    std::vector<Pezzo> corpo;
     // Kept when the part has no page marks: the same on every page.
     std::unique_ptr<QTextDocument> intestFissa;
     std::unique_ptr<QTextDocument> piedeFisso;
@@ -167,10 +271,13 @@ Impaginazione::Impaginazione(const Modello &modello, const ModelloCompilato &com
     auto piede = Documento(d->modello, d->font, ConPagina(c.piede, 9999, 9999), larghezza);
     d->hIntest = c.intestazione.isEmpty() ? 0 : intest->size().height() + kStacco;
     d->hPiede = c.piede.isEmpty() ? 0 : piede->size().height() + kStacco;
-    d->hCorpo = qMax(50.0, area.height() - d->hIntest - d->hPiede);
+    // Qt breaks the pages of a layout at multiples of its page height in
+    // 64ths of a unit; a height with more decimals would drift from its
+    // pages by a fraction on each, a few units after some hundred pages.
+    d->hCorpo = std::floor(qMax(50.0, area.height() - d->hIntest - d->hPiede) * 64) / 64;
 
-    d->corpo = Documento(d->modello, d->font, c.corpo, larghezza, d->hCorpo);
-    const int occupate = PagineOccupate(*d->corpo, d->hCorpo);
+    int occupate = 0;
+    d->corpo = ImpaginaCorpo(d->modello, d->font, c.corpo, larghezza, d->hCorpo, occupate);
     d->pagine = parziale ? occupate - 1 : qMax(1, occupate);
     if (!ConSegni(c.intestazione))
         d->intestFissa = std::move(intest);
@@ -217,8 +324,12 @@ void Impaginazione::disegnaPagina(QPainter &p, int i) const
     p.save();
     p.translate(0, d->hIntest);
     p.setClipRect(QRectF(0, 0, larghezza, d->hCorpo), Qt::IntersectClip);
-    p.translate(0, -i * d->hCorpo);
-    Disegna(p, *d->corpo, QRectF(0, i * d->hCorpo, larghezza, d->hCorpo));
+    auto pezzo = d->corpo.rbegin();
+    while (pezzo->prima > i)
+        ++pezzo;
+    const int propria = i - pezzo->prima;
+    p.translate(0, -propria * d->hCorpo);
+    Disegna(p, *pezzo->doc, QRectF(0, propria * d->hCorpo, larghezza, d->hCorpo));
     p.restore();
     if (d->hPiede > 0) {
         std::unique_ptr<QTextDocument> proprio;

@@ -4,6 +4,7 @@
 #include "reports/Renderer.h"
 #include "support/CartellaProva.h"
 #include "tests/reports/DatiProva.h"
+#include "tests/reports/TestoPdf.h"
 
 #include <QAction>
 #include <QFile>
@@ -72,6 +73,33 @@ TEST(Impaginazione, PrimePagineComeLeTutte)
     // Empty lines under the body's last mark make no page of their own.
     const Modello breve = LeggiModello(QStringLiteral("<p>Fine</p>") + QString("<br>").repeated(200));
     EXPECT_EQ(Impaginazione(breve, CompilaModello(breve, DatiReport())).pagine(), 1);
+}
+
+// A long table is laid out in pieces that each start at the top of a page:
+// where one piece hands over to the next, the pages hold the rows that one
+// layout of the whole would put there, as a layout of the first rows shows.
+TEST(Impaginazione, TabellaLungaAPezzi)
+{
+    const Modello modello = ModelloProva();
+    const DatiReport dati = DatiEstratto(2600);
+    const Impaginazione pagine(modello, CompilaModello(modello, dati));
+    const Impaginazione prime(modello, CompilaModello(modello, dati, 1999), pagine.area(), true);
+    ASSERT_GT(prime.pagine(), 30);
+    ASSERT_GT(pagine.pagine(), prime.pagine());
+
+    CartellaProva dir;
+    const QString tutte = dir.file(QStringLiteral("tutte.pdf"));
+    const QString soloPrime = dir.file(QStringLiteral("prime.pdf"));
+    ASSERT_TRUE(SalvaPdf(tutte, modello, pagine));
+    ASSERT_TRUE(SalvaPdf(soloPrime, modello, prime));
+    const QRegularExpression numero(QStringLiteral("Pagina \\d+ di \\S+"));
+    const QStringList a = PagineTestoPdf(tutte);
+    const QStringList b = PagineTestoPdf(soloPrime);
+    ASSERT_EQ(a.size(), pagine.pagine());
+    ASSERT_EQ(b.size(), prime.pagine());
+    for (int i = 0; i < b.size(); ++i)
+        EXPECT_EQ(QString(a.at(i)).remove(numero).toStdString(),
+                  QString(b.at(i)).remove(numero).toStdString()) << i;
 }
 
 // A long report opens on the pages of its first rows; the whole layout then
