@@ -16,6 +16,9 @@ PACCHETTI=(
     qt6-translations-l10n
     # pdftotext, with which the tests read the printed pages back.
     poppler-utils
+    # sorvane-importa reads the legacy Access files with mdbtools' library;
+    # its tests compare what it reads with mdb-export's output.
+    mdbtools-dev mdbtools
 )
 
 mancanti=()
