@@ -2,6 +2,7 @@
 #include "distinte/InsDist.h"
 #include "frame/core/Locale.h"
 #include "frame/core/Messaggi.h"
+#include "frame/main/Aggiorna.h"
 #include "frame/main/Schermate.h"
 #include "frame/main/Startup.h"
 #include "frame/ui/MessaggiQt.h"
@@ -43,6 +44,9 @@ int main(int argc, char **argv)
         cornice.AvviaStampe = sorvane::AvviaMotoreStampe;
         cornice.FermaStampe = sorvane::FermaMotoreStampe;
         cornice.GestioneCambi = [&cornice](int modo) { sorvane::GestisciCambi(&cornice, modo); };
+        cornice.VerificaAggiornamenti = [&cornice] {
+            sorvane::VerificaAggiornamenti(-1, &cornice);
+        };
         if (cornice.Avvia(riga)) {
             cornice.show();
             esito = app.exec();
