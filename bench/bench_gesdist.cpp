@@ -3,12 +3,11 @@
 // at once, and confirming a code must refresh the list at once, the user's
 // place kept.
 
-#include "bench/ArchiviBench.h"
+#include "bench/ArchiviLedger.h"
 #include "distinte/ControllaCampo.h"
 #include "distinte/GesDist.h"
 #include "distinte/ModelloDistinte.h"
 #include "frame/core/Sessione.h"
-#include "store/Transazione.h"
 
 #include <QApplication>
 #include <QSqlQuery>
@@ -23,57 +22,8 @@ namespace {
 
 constexpr int Movimenti = 1000000;
 constexpr int Clienti = 3000;
-constexpr int Oggi = 45458; // 15/06/2024
-// Twenty years of slips, the newest today.
-constexpr int PrimoGiorno = Oggi - 7300;
 
-bool Esegui(QSqlQuery &q, const QVariantList &valori)
-{
-    for (int i = 0; i < valori.size(); ++i)
-        q.bindValue(i, valori[i]);
-    return q.exec();
-}
-
-// Every tenth movement a switch; every other one confirmed and closed.
-bool RiempiLedger()
-{
-    Transazione t;
-    QSqlQuery q(Db());
-    q.prepare(QStringLiteral("INSERT INTO Clienti (CliCodice, CliRagsoc, CliRagsocEstesa,"
-                             " CliCategoria) VALUES (?, ?, ' ', 'A')"));
-    for (int c = 1; c <= Clienti; ++c) {
-        if (!Esegui(q, {c, QStringLiteral("CLIENTE %1").arg(c, 5, 10, QLatin1Char('0'))}))
-            return false;
-    }
-    if (!q.exec(QStringLiteral("INSERT INTO DistCausali VALUES ('001', 'VERSAMENTO', '+')")))
-        return false;
-    q.prepare(QStringLiteral("INSERT INTO Distinte (dstCodice, dstPrg, dstDitta, dstData,"
-                             " dstCliente, dstCausale, dstMoneta, dstImporto, dstAssegno,"
-                             " dstBanca, dstSpeseUT, dstCodP0, dstCodP1, dstCodP2, dstCodP3,"
-                             " dstCodP4, dstChiusa) VALUES (?, ?, 'DITTA', ?, ?, '001', 'EUR',"
-                             " ?, ' ', ' ', 0, ?, ?, ' ', ' ', ' ', ?)"));
-    const QString marca = QStringLiteral("\n");
-    for (int i = 0; i < Movimenti; ++i) {
-        const bool aperto = i % 2 == 0;
-        const QString m = aperto ? marca : QString();
-        const int giorno = PrimoGiorno + int(qint64(i) * 7300 / Movimenti);
-        for (int prg = 0; prg < (i % 10 == 9 ? 2 : 1); ++prg) {
-            if (!Esegui(q, {i + 1, QString::number(prg), giorno, 1 + i % Clienti, 100.0 + i,
-                            QStringLiteral("PROD") + QString::number(i % 97) + m,
-                            QStringLiteral("ALTRO") + QString::number(i % 13) + m,
-                            aperto ? QStringLiteral(" ") : QStringLiteral("S")}))
-                return false;
-        }
-    }
-    return t.conferma();
-}
-
-bool Prepara(const QTemporaryDir &dir)
-{
-    sessione().OggiTesto = QStringLiteral("15/06/2024");
-    sessione().ModoProva = true;
-    return ApriArchiviVuoti(dir) && RiempiLedger();
-}
+bool Prepara(const QTemporaryDir &dir) { return PreparaLedger(dir, Movimenti, Clienti); }
 
 std::unique_ptr<GesDist> Schermo()
 {

@@ -88,6 +88,8 @@ bool ModelloDistinte::Carica(const QString &query, const QVariantList &parametri
     return !lastError().isValid();
 }
 
+QSqlDatabase ModelloDistinte::DatabaseSql() const { return Db(); }
+
 void ModelloDistinte::Aggiorna(int righe)
 {
     if (m_query.isEmpty())

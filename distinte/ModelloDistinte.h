@@ -7,6 +7,7 @@
 // the header cells of a closed movement are blue.
 
 #include "distinte/Gestione.h"
+#include "reports/Esporta.h"
 
 #include <QSqlQueryModel>
 #include <QString>
@@ -26,7 +27,7 @@ protected:
     void initStyleOption(QStyleOptionViewItem *opzione, const QModelIndex &indice) const override;
 };
 
-class ModelloDistinte : public QSqlQueryModel
+class ModelloDistinte : public QSqlQueryModel, public SorgenteSql
 {
     Q_OBJECT
 
@@ -42,6 +43,11 @@ public:
     // Fetches until the list holds more than `riga` rows or has no more.
     void CaricaFinoA(int riga);
     QString Query() const { return m_query; }
+
+    // The export reads the whole result from the engine.
+    QSqlDatabase DatabaseSql() const override;
+    QString QuerySql() const override { return m_query; }
+    QVariantList ParametriSql() const override { return m_parametri; }
 
     // The stored values of a row.
     std::int32_t Codice(int riga) const;

@@ -2,6 +2,7 @@
 
 #include "frame/core/Campi.h"
 #include "frame/core/Formato.h"
+#include "frame/core/Giorni.h"
 #include "frame/core/Impostazioni.h"
 #include "frame/core/Ini.h"
 #include "frame/core/Messaggi.h"
@@ -15,6 +16,8 @@
 #include <QHeaderView>
 #include <QLocale>
 #include <QProcess>
+#include <QSqlError>
+#include <QSqlQuery>
 #include <QSqlQueryModel>
 #include <QSqlRecord>
 #include <QTableView>
@@ -58,8 +61,20 @@ public:
     {
         QString testo;
         for (const QString &c : campi)
-            testo += CampoCsv(c) + Separatore;
+            Accoda(testo, c);
+        return riga(testo, errore);
+    }
+
+    // A line already made of its fields.
+    bool riga(const QString &testo, QString *errore)
+    {
         return scrivi(testo.toUtf8() + FineRiga, errore);
+    }
+
+    static void Accoda(QString &linea, const QString &campo)
+    {
+        linea += CampoCsv(campo);
+        linea += Separatore;
     }
 
     bool chiudi(QString *errore)
@@ -86,14 +101,91 @@ private:
     QFile m_file;
 };
 
-QString NumeroComeTesto(double n)
+// The locale of the numbers, made once for a whole file.
+QLocale LocaleNumeri()
+{
+    QLocale locale;
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    return locale;
+}
+
+QString NumeroComeTesto(double n, const QLocale &locale)
 {
     if (std::isfinite(n) && std::floor(n) == n && std::fabs(n) < 1e15)
         return QString::number(static_cast<qint64>(n));
-    QLocale locale;
-    locale.setNumberOptions(QLocale::OmitGroupSeparator);
     return locale.toString(n, 'g', 15);
 }
+
+QString Valore(const QVariant &valore, TipoEsportato tipo, const QLocale &locale)
+{
+    switch (tipo) {
+    case TipoEsportato::Testo: {
+        QString t = valore.typeId() == QMetaType::QString ? valore.toString()
+                                                          : TestoDaCampo(valore);
+        if (t.startsWith(QChar(0)))
+            return {};
+        t.remove(QLatin1Char('\n')); // the open mark of a product slice goes
+        return t.trimmed();
+    }
+    case TipoEsportato::Data: {
+        const double giorno = std::floor(DataDaCampo(valore).toDouble());
+        if (!(giorno > 0))
+            return {};
+        const QDate d = DataDaGiorno(giorno);
+        if (!d.isValid() || d.year() > 9999)
+            return Format(giorno, QStringLiteral("dd/mm/yyyy"));
+        return QStringLiteral("%1/%2/%3")
+            .arg(d.day(), 2, 10, QLatin1Char('0'))
+            .arg(d.month(), 2, 10, QLatin1Char('0'))
+            .arg(d.year(), 4, 10, QLatin1Char('0'));
+    }
+    case TipoEsportato::Altro:
+        break;
+    }
+    const QVariant v = DataDaCampo(valore);
+    if (!v.isValid() || v.isNull())
+        return {};
+    bool numero = false;
+    const double n = v.toDouble(&numero);
+    return numero ? NumeroComeTesto(n, locale) : v.toString();
+}
+
+// Where the rows of a file come from: a model, or a statement read as the
+// engine gives it.
+class Righe
+{
+public:
+    virtual ~Righe() = default;
+    // To the next row; false past the last.
+    virtual bool prossima() = 0;
+    virtual QVariant valore(int colonna) const = 0;
+};
+
+class RigheModello : public Righe
+{
+public:
+    explicit RigheModello(const QAbstractItemModel &dati) : m_dati(dati) {}
+    bool prossima() override { return ++m_riga < m_dati.rowCount(); }
+    QVariant valore(int colonna) const override
+    {
+        return m_dati.index(m_riga, colonna).data(Qt::EditRole);
+    }
+
+private:
+    const QAbstractItemModel &m_dati;
+    int m_riga = -1;
+};
+
+class RigheSql : public Righe
+{
+public:
+    explicit RigheSql(QSqlQuery query) : m_query(std::move(query)) {}
+    bool prossima() override { return m_query.next(); }
+    QVariant valore(int colonna) const override { return m_query.value(colonna); }
+
+private:
+    QSqlQuery m_query;
+};
 
 const QSqlQueryModel *ModelloQuery(const QAbstractItemModel *m)
 {
@@ -145,27 +237,22 @@ void CaricaTutto(QAbstractItemModel &dati)
 
 // Fields of one row: the second row of a switch on a slip list keeps only
 // its product codes.
-QStringList CampiRiga(const QAbstractItemModel &dati, const QList<ColonnaEsportata> &colonne,
-                      int riga, bool soloProdotti)
+template <class Accogli>
+void CampiRiga(const Righe &righe, const QList<ColonnaEsportata> &colonne, bool soloProdotti,
+               const QLocale &locale, Accogli accogli)
 {
-    QStringList campi;
     for (const ColonnaEsportata &c : colonne) {
-        if (soloProdotti && !c.campo.toUpper().startsWith(QLatin1String("DSTCODP")))
-            campi.append(QString());
+        if (soloProdotti && !c.campo.startsWith(QLatin1String("DSTCODP"), Qt::CaseInsensitive))
+            accogli(QString());
         else
-            campi.append(ValoreEsportato(dati.index(riga, c.colonna).data(Qt::EditRole), c.tipo));
+            accogli(Valore(righe.valore(c.colonna), c.tipo, locale));
     }
-    return campi;
 }
 
-// The shared road of the grid writers; classifica splits the percent columns.
-bool ScriviDati(const QString &percorso, QAbstractItemModel &dati,
-                const QList<ColonnaEsportata> &colonne, const QString &nome, int primaRiga,
-                bool classifica, QString *errore)
+// The heading, and how many fields each column gives: the split percent
+// columns of a ranking more than one.
+QStringList Titoli(const QList<ColonnaEsportata> &colonne, bool classifica, QList<int> *larghezze)
 {
-    CaricaTutto(dati);
-    // How many fields each column gives: the split percent columns more than one.
-    QList<int> larghezze;
     QStringList titoli;
     bool specialeFatta = false;
     for (const ColonnaEsportata &c : colonne) {
@@ -173,52 +260,92 @@ bool ScriviDati(const QString &percorso, QAbstractItemModel &dati,
         const qsizetype pos = classifica ? t.indexOf(QLatin1String("% sul")) : -1;
         if (pos < 0) {
             titoli.append(t);
-            larghezze.append(1);
+            larghezze->append(1);
         } else if (!specialeFatta) {
             specialeFatta = true;
             titoli << t.left(pos).trimmed() + QLatin1Char('%') << QStringLiteral("SALDO")
                    << QStringLiteral("PROGRESSIVO");
-            larghezze.append(3);
+            larghezze->append(3);
         } else {
             titoli << t.left(pos).trimmed() << QStringLiteral("% ") + t.right(1);
-            larghezze.append(2);
+            larghezze->append(2);
         }
     }
+    return titoli;
+}
 
+// A ranking's percent value split into as many fields as its heading has.
+QStringList Divisi(const QStringList &campi, const QList<int> &larghezze)
+{
+    QStringList divisi;
+    for (int i = 0; i < campi.size(); ++i) {
+        const int n = larghezze.at(i);
+        QStringList parti = n > 1 && campi.at(i).contains(QLatin1Char('%'))
+                                ? campi.at(i).split(Separatore)
+                                : QStringList{campi.at(i)};
+        for (QString &p : parti)
+            p = p.trimmed();
+        while (parti.size() > n) {
+            const QString ultima = parti.takeLast();
+            parti.last() += Separatore + ultima;
+        }
+        while (parti.size() < n)
+            parti.append(QString());
+        divisi += parti;
+    }
+    return divisi;
+}
+
+// The shared road of the grid writers; colonnaPrg is the column of dstPrg
+// among the rows' values, -1 when there is none; classifica splits the
+// percent columns.
+bool ScriviRighe(const QString &percorso, Righe &righe, const QList<ColonnaEsportata> &colonne,
+                 const QString &nome, int colonnaPrg, int primaRiga, bool classifica,
+                 QString *errore)
+{
+    QList<int> larghezze;
+    const QStringList titoli = Titoli(colonne, classifica, &larghezze);
     FileCsv file(percorso);
     if (!file.apri(errore) || !file.riga(titoli, errore))
         return false;
-    const bool distinte = nome.toUpper().contains(QLatin1String("DISTINTE"));
-    const int colonnaPrg = distinte ? ColonnaDelCampo(dati, QStringLiteral("dstPrg")) : -1;
-    for (int r = qMax(0, primaRiga); r < dati.rowCount(); ++r) {
+    if (!nome.contains(QLatin1String("DISTINTE"), Qt::CaseInsensitive))
+        colonnaPrg = -1;
+    for (int r = 0; r < primaRiga; ++r) {
+        if (!righe.prossima())
+            return file.chiudi(errore);
+    }
+    const QLocale locale = LocaleNumeri();
+    QString linea;
+    QStringList campi;
+    while (righe.prossima()) {
         const bool seconda =
-            colonnaPrg >= 0
-            && DataDaCampo(dati.index(r, colonnaPrg).data(Qt::EditRole)).toDouble() > 0;
-        QStringList campi = CampiRiga(dati, colonne, r, seconda);
+            colonnaPrg >= 0 && DataDaCampo(righe.valore(colonnaPrg)).toDouble() > 0;
+        linea.clear();
+        campi.clear();
         if (classifica) {
-            QStringList divisi;
-            for (int i = 0; i < campi.size(); ++i) {
-                const int n = larghezze.at(i);
-                QStringList parti = n > 1 && campi.at(i).contains(QLatin1Char('%'))
-                                        ? campi.at(i).split(Separatore)
-                                        : QStringList{campi.at(i)};
-                for (QString &p : parti)
-                    p = p.trimmed();
-                // As many fields as the heading gives the column.
-                while (parti.size() > n) {
-                    const QString ultima = parti.takeLast();
-                    parti.last() += Separatore + ultima;
-                }
-                while (parti.size() < n)
-                    parti.append(QString());
-                divisi += parti;
-            }
-            campi = divisi;
+            CampiRiga(righe, colonne, seconda, locale,
+                      [&campi](const QString &campo) { campi.append(campo); });
+            for (const QString &campo : Divisi(campi, larghezze))
+                FileCsv::Accoda(linea, campo);
+        } else {
+            CampiRiga(righe, colonne, seconda, locale,
+                      [&linea](const QString &campo) { FileCsv::Accoda(linea, campo); });
         }
-        if (!file.riga(campi, errore))
+        if (!file.riga(linea, errore))
             return false;
     }
     return file.chiudi(errore);
+}
+
+bool ScriviDati(const QString &percorso, QAbstractItemModel &dati,
+                const QList<ColonnaEsportata> &colonne, const QString &nome, int primaRiga,
+                bool classifica, QString *errore)
+{
+    CaricaTutto(dati);
+    RigheModello righe(dati);
+    return ScriviRighe(percorso, righe, colonne, nome,
+                       ColonnaDelCampo(dati, QStringLiteral("dstPrg")), primaRiga, classifica,
+                       errore);
 }
 
 int RigaCorrente(const QTableView *griglia, const QAbstractItemModel *dati)
@@ -234,7 +361,13 @@ void Esporta(QTableView *griglia, QAbstractItemModel *dati, const QString &nome,
         dati = griglia->model();
     if (!dati)
         return;
-    CaricaTutto(*dati);
+    const auto *sorgente = classifica ? nullptr : dynamic_cast<const SorgenteSql *>(dati);
+    // A list with a statement of its own is written from the engine; it
+    // needs only to know that it has a row.
+    if (sorgente)
+        dati->fetchMore(QModelIndex());
+    else
+        CaricaTutto(*dati);
     if (dati->rowCount() == 0) {
         Messaggio(NessunDato);
         return;
@@ -251,7 +384,9 @@ void Esporta(QTableView *griglia, QAbstractItemModel *dati, const QString &nome,
     const QString file = FileEsportazione(nome);
     QString errore;
     const int prima = RigaCorrente(griglia, dati);
-    const bool scritto = ScriviDati(file, *dati, colonne, nome, prima, classifica, &errore);
+    const bool scritto =
+        sorgente ? ScriviSql(file, *sorgente, colonne, nome, prima, &errore)
+                 : ScriviDati(file, *dati, colonne, nome, prima, classifica, &errore);
     // Back to the first row, as the list stood before.
     if (griglia->model() && griglia->model()->rowCount() > 0)
         griglia->setCurrentIndex(
@@ -321,25 +456,7 @@ QString TitoloEsportato(const QString &titolo)
 
 QString ValoreEsportato(const QVariant &valore, TipoEsportato tipo)
 {
-    switch (tipo) {
-    case TipoEsportato::Testo: {
-        QString t = TestoDaCampo(valore);
-        t.remove(QLatin1Char('\n')); // the open mark of a product slice goes
-        return t.trimmed();
-    }
-    case TipoEsportato::Data: {
-        const double giorno = std::floor(DataDaCampo(valore).toDouble());
-        return giorno > 0 ? Format(giorno, QStringLiteral("dd/mm/yyyy")) : QString();
-    }
-    case TipoEsportato::Altro:
-        break;
-    }
-    const QVariant v = DataDaCampo(valore);
-    if (!v.isValid() || v.isNull())
-        return {};
-    bool numero = false;
-    const double n = v.toDouble(&numero);
-    return numero ? NumeroComeTesto(n) : v.toString();
+    return Valore(valore, tipo, LocaleNumeri());
 }
 
 QList<ColonnaEsportata> ColonneVisibili(const QTableView &griglia)
@@ -376,6 +493,34 @@ bool ScriviClassifica(const QString &percorso, QAbstractItemModel &dati,
 {
     const bool classifica = nome.compare(QLatin1String("Classifica"), Qt::CaseInsensitive) == 0;
     return ScriviDati(percorso, dati, colonne, nome, primaRiga, classifica, errore);
+}
+
+bool ScriviSql(const QString &percorso, const SorgenteSql &sorgente,
+               const QList<ColonnaEsportata> &colonne, const QString &nome, int primaRiga,
+               QString *errore)
+{
+    QSqlQuery q(sorgente.DatabaseSql());
+    // Forward only: the rows are not kept once written.
+    q.setForwardOnly(true);
+    bool riuscita = q.prepare(sorgente.QuerySql());
+    for (const QVariant &valore : sorgente.ParametriSql())
+        q.addBindValue(valore);
+    riuscita = riuscita && q.exec();
+    if (!riuscita) {
+        if (errore)
+            *errore = q.lastError().text();
+        return false;
+    }
+    const QSqlRecord record = q.record();
+    QList<ColonnaEsportata> delSql = colonne;
+    for (ColonnaEsportata &c : delSql) {
+        const int i = record.indexOf(c.campo);
+        if (i >= 0)
+            c.colonna = i;
+    }
+    const int colonnaPrg = record.indexOf(QStringLiteral("dstPrg"));
+    RigheSql righe(std::move(q));
+    return ScriviRighe(percorso, righe, delSql, nome, colonnaPrg, primaRiga, false, errore);
 }
 
 bool ScriviMatrice(const QString &percorso, const QStringList &titoli, const Matrice &matrice,

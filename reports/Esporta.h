@@ -20,6 +20,7 @@
 #include <functional>
 
 class QAbstractItemModel;
+class QSqlDatabase;
 class QTableView;
 
 namespace sorvane {
@@ -61,6 +62,19 @@ private:
     int m_colonne = 0;
 };
 
+// A list that can give its whole result as one statement, in the order it
+// shows: the export then reads the rows straight from the engine and writes
+// them as they come, without loading them into the list. The statement's
+// columns carry the field names that the list's headings give (UserRole).
+class SorgenteSql
+{
+public:
+    virtual ~SorgenteSql() = default;
+    virtual QSqlDatabase DatabaseSql() const = 0;
+    virtual QString QuerySql() const = 0;
+    virtual QVariantList ParametriSql() const = 0;
+};
+
 // "EXP" + nome + ".csv" in impostazioni().PathTemp.
 QString FileEsportazione(const QString &nome);
 
@@ -93,10 +107,16 @@ bool ScriviClassifica(const QString &percorso, QAbstractItemModel &dati,
                       const QList<ColonnaEsportata> &colonne, const QString &nome,
                       int primaRiga = 0, QString *errore = nullptr);
 
+// As ScriviGriglia, the rows read from the statement of `sorgente`; the
+// columns' `colonna` are those of the statement.
+bool ScriviSql(const QString &percorso, const SorgenteSql &sorgente,
+               const QList<ColonnaEsportata> &colonne, const QString &nome, int primaRiga = 0,
+               QString *errore = nullptr);
+
 // The grid's buttons. "NESSUN DATO DA ESPORTARE" for an empty list, and no
 // file; rows from the grid's current row on, as the bound grid's recordset
 // stands, then the grid goes back to its first row. dati is the grid's model
-// when null.
+// when null; a model that is a SorgenteSql is written from its statement.
 void EsportaGriglia(QTableView *griglia, QAbstractItemModel *dati, const QString &nome);
 void EsportaMatrice(QTableView *griglia, const Matrice &matrice, const QString &nome);
 void EsportaClassifica(QTableView *griglia, QAbstractItemModel *dati, const QString &nome);

@@ -32,6 +32,18 @@ QStringList Righe(const QByteArray &dati)
     return righe;
 }
 
+// A list that hands its statement to the export.
+class ModelloSql : public QSqlQueryModel, public SorgenteSql
+{
+public:
+    QSqlDatabase DatabaseSql() const override
+    {
+        return QSqlDatabase::database(QStringLiteral("esporta"));
+    }
+    QString QuerySql() const override { return query().lastQuery(); }
+    QVariantList ParametriSql() const override { return {}; }
+};
+
 class EsportaProva : public ::testing::Test
 {
 protected:
@@ -81,9 +93,10 @@ protected:
     }
 
     // The slip grid: the bank column hidden, the code's caption on two lines.
-    QTableView *Griglia(const QString &filtro = QString())
+    QTableView *Griglia(const QString &filtro = QString(), bool dalMotore = false)
     {
-        m_modello = std::make_unique<QSqlQueryModel>();
+        m_modello = dalMotore ? std::make_unique<ModelloSql>()
+                              : std::make_unique<QSqlQueryModel>();
         m_modello->setQuery(QStringLiteral("SELECT dstCodice, dstPrg, CliRagsoc, dstCodP0,"
                                            " dstBanca, CmbData, dstImporto FROM Distinte")
                                 + filtro + QStringLiteral(" ORDER BY dstCodice, dstPrg"),
@@ -153,6 +166,22 @@ TEST_F(EsportaProva, GridFileReadsBackAsTheListShowsIt)
     EXPECT_TRUE(m_messaggi.testi().isEmpty());
     EXPECT_EQ(m_aperti, QStringList{FileEsportazione(QStringLiteral("IDistinte"))});
     EXPECT_TRUE(griglia->isEnabled());
+}
+
+TEST_F(EsportaProva, RowsReadFromTheEngineWriteTheSameBytes)
+{
+    for (int prima : {0, 1}) {
+        QByteArray file[2];
+        for (bool dalMotore : {false, true}) {
+            QTableView *griglia = Griglia(QString(), dalMotore);
+            griglia->horizontalHeader()->moveSection(6, 0);
+            griglia->setCurrentIndex(m_modello->index(prima, 2));
+            EsportaGriglia(griglia, nullptr, QStringLiteral("GDistinte"));
+            file[dalMotore] = File(QStringLiteral("GDistinte"));
+        }
+        EXPECT_EQ(file[0], file[1]) << prima;
+        EXPECT_EQ(Righe(file[1]).size(), 4 - prima);
+    }
 }
 
 TEST_F(EsportaProva, RowsRunFromTheCurrentOneAndTheGridGoesBackToTheFirst)
