@@ -207,14 +207,8 @@ DatiReport RigheClienti(const QString &modulo, const CriteriAnagrafiche &criteri
             continue;
         }
         const int posto = etichetta % EtichettePerRiga;
-        if (posto == 0) {
-            QVariantMap riga;
-            const int rigaFoglio = etichetta / EtichettePerRiga;
-            // A sheet's first row, but the first sheet's, starts a page.
-            if (rigaFoglio > 0 && rigaFoglio % RigheEtichettePerFoglio == 0)
-                riga.insert(QStringLiteral("CCampo10"), QStringLiteral("S"));
-            dati.corpo.append(riga);
-        }
+        if (posto == 0)
+            dati.corpo.append(QVariantMap());
         QVariantMap &riga = dati.corpo.last();
         const int primo = 1 + 3 * posto;
         riga.insert(QStringLiteral("CCampo%1").arg(primo), Testo(r, "CliRagsoc"));
