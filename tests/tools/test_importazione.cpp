@@ -3,11 +3,13 @@
 
 #include "support/CartellaProva.h"
 #include "tools/importa/Comando.h"
+#include "tools/init/Installazione.h"
 
 #include <gtest/gtest.h>
 
 #include <QCryptographicHash>
 #include <QDirIterator>
+#include <QProcess>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -212,4 +214,40 @@ TEST_F(Importazione, UnaRigaCheNonEntraLasciaLaCartellaComEra)
     EXPECT_FALSE(importa({&guasta}, true, &errore));
     EXPECT_TRUE(errore.contains(QStringLiteral("RIGA 3"))) << errore.toStdString();
     EXPECT_EQ(Impronta(m_dest), prima);
+}
+
+TEST_F(Importazione, FileSenzaTabelleDelProgrammaNonToccaNulla)
+{
+    const QString nwind = QStringLiteral(SORVANE_ACCESS_PROVA "/nwind.mdb");
+    if (!QFile::exists(nwind))
+        GTEST_SKIP() << "manca il file di prova " << nwind.toStdString();
+    init::Opzioni o;
+    o.cartella = m_dest;
+    QString errore;
+    ASSERT_TRUE(init::Installa(o, [](const QString &) {}, &errore)) << errore.toStdString();
+    const QMap<QString, QByteArray> prima = Impronta(m_dest);
+
+    QProcess p;
+    p.start(QStringLiteral(SORVANE_IMPORTA), {nwind, m_dest});
+    ASSERT_TRUE(p.waitForFinished(-1));
+    const QString uscita = QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError());
+    EXPECT_EQ(p.exitCode(), 1) << uscita.toStdString();
+    for (const char *t : {"Order Details", "Orders", "Products", "Shippers", "Categories",
+                          "Customers", "Employees", "Suppliers", "Umsätze"})
+        EXPECT_TRUE(uscita.contains(QStringLiteral("  %1: non copiata").arg(QString::fromUtf8(t))))
+            << t << "\n" << uscita.toStdString();
+    EXPECT_TRUE(uscita.contains(QStringLiteral("NESSUNA TABELLA DEL PROGRAMMA")));
+    EXPECT_EQ(Impronta(m_dest), prima);
+
+    // The suite's layout: the operator's files in its folder, the price
+    // file beside it, names in any case.
+    const QString legacy = m_cartella.file(QStringLiteral("legacy"));
+    QDir().mkpath(legacy + QStringLiteral("/mario"));
+    QFile::copy(nwind, legacy + QStringLiteral("/mario/DATIDV.MDB"));
+    QFile::copy(nwind, legacy + QStringLiteral("/IndiciDV.mdb"));
+    QString operatore;
+    EXPECT_EQ(TrovaFileAccess(legacy, &operatore),
+              QStringList({legacy + QStringLiteral("/mario/DATIDV.MDB"),
+                           legacy + QStringLiteral("/IndiciDV.mdb")}));
+    EXPECT_EQ(operatore, u"mario");
 }
