@@ -10,6 +10,7 @@
 #include "frame/core/Sessione.h"
 #include "frame/core/Valore.h"
 #include "frame/ui/Schermo.h"
+#include "lookup/CercaClienteCampo.h"
 #include "store/Tabelle.h"
 #include "tables/GesCambi.h"
 #include "tables/GesTabel.h"
@@ -83,8 +84,19 @@ bool GesDist::tastoGiu(int codice, int maschera)
 
 void GesDist::ApriRicercaCampo()
 {
-    // The client and product lookups open here once they are part of the
-    // program.
+    // F4: the lookup of the field in focus.
+    if (m_campoAttivo == CampoCodiceFiltro) {
+        // The full client search for the filter; a client chosen fills code
+        // and name, and the extraction's button is next.
+        m_apriRicerca = true;
+        const bool scelto =
+            CercaClienteDelCampo(m_txt[CampoCodiceFiltro], m_txt[CampoNomeFiltro]) > 0;
+        m_apriRicerca = false;
+        if (scelto)
+            m_command1[1]->setFocus(Qt::TabFocusReason);
+        else
+            m_txt[CampoCodiceFiltro]->setFocus(Qt::OtherFocusReason);
+    }
     if (m_campoAttivo == CampoMoneta) {
         // The field is left for the picker and checked on its return.
         m_apriRicerca = true;

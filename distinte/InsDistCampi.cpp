@@ -11,6 +11,7 @@
 #include "frame/core/Sessione.h"
 #include "frame/core/Valore.h"
 #include "frame/ui/Schermo.h"
+#include "lookup/CercaClienteCampo.h"
 #include "store/Tabelle.h"
 #include "tables/GesCambi.h"
 #include "tables/GesTabel.h"
@@ -92,8 +93,16 @@ bool InsDist::tastoGiu(int codice, int)
 
 void InsDist::ApriRicercaCampo()
 {
-    // The client and product lookups open here once they are part of the
-    // program.
+    // F4: the lookup of the field in focus.
+    if (m_campoAttivo == CampoCodiceCliente) {
+        // The full client search; a client chosen fills code and name, and
+        // the code is checked as the focus moves on to the reason.
+        m_apriRicerca = true;
+        const bool scelto =
+            CercaClienteDelCampo(m_txt[CampoCodiceCliente], m_txt[CampoNomeCliente]) > 0;
+        m_apriRicerca = false;
+        m_txt[scelto ? CampoCausale : CampoCodiceCliente]->setFocus(Qt::OtherFocusReason);
+    }
     if (m_campoAttivo == CampoMoneta) {
         // The field is left for the picker and checked on its return.
         m_apriRicerca = true;

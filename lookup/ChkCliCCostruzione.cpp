@@ -6,6 +6,7 @@
 #include "frame/core/Campi.h"
 #include "frame/ui/Schermo.h"
 #include "lookup/ModelloAnagrafiche.h"
+#include "reports/Esporta.h"
 #include "store/Connessione.h"
 
 #include <QCheckBox>
@@ -75,6 +76,8 @@ void ChkCliC::costruisci()
     m_cmdExcel = new QPushButton(QStringLiteral("E&XCEL"), this);
     m_cmdExcel->setObjectName(QStringLiteral("cmdExcel"));
     m_cmdExcel->setAutoDefault(false);
+    connect(m_cmdExcel, &QPushButton::clicked, this,
+            [this] { EsportaGriglia(m_grid, m_modello, QStringLiteral("ChkCli")); });
     pulsanti->addWidget(m_cmdExcel);
     pulsanti->addStretch(1);
     sopra->addLayout(pulsanti);
