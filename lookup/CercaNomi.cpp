@@ -142,31 +142,84 @@ std::int32_t ElencoClienti::CodiceRiga(int riga) const
     return codice;
 }
 
-std::int16_t ElencoClienti::CercaNomi(const QString &nome)
+std::int16_t ElencoClienti::Quanti(std::int32_t trovati)
+{
+    return std::int16_t(std::clamp<std::int32_t>(trovati, 0, INT16_MAX));
+}
+
+std::int32_t ElencoClienti::CercaNomi(const QString &nome)
 {
     if (nome.trimmed().isEmpty())
         return 0;
     const QString testo = TestoDaCercare(nome);
     // The blank row stands in the grid until a real one arrives.
     Svuota();
+    m_sql = {};
+    m_trovati = 0;
+    m_caricate = 0;
     UltimaRicerca = testo;
 
     const SqlRicerca sql = Sql(testo, AncheChiusi, ColonnaOrdine, VersoOrdine);
-    Recordset rs = Recordset::Apri(Db(), sql.testo, dbOpenSnapshot, sql.parametri);
-    if (!rs.IsOpen())
+    // The engine counts on the name's index; only the rows shown are read.
+    const qsizetype da = sql.testo.indexOf(QLatin1String(" FROM "));
+    const qsizetype ordine = sql.testo.indexOf(QLatin1String("ORDER BY"));
+    const QString conta = QStringLiteral("SELECT COUNT(*)") + sql.testo.mid(da, ordine - da);
+    Recordset rs = Recordset::Apri(Db(), conta, dbOpenSnapshot, sql.parametri);
+    if (!rs.IsOpen() || rs.Eof())
         return 0;
+    std::int32_t trovati = 0;
+    if (!LeggiIntero32(rs.Fields(0), &trovati) || trovati <= 0)
+        return 0;
+    rs.Close();
+    m_sql = sql;
+    m_trovati = trovati;
+    if (!CaricaAltre()) {
+        m_trovati = 0;
+        return 0;
+    }
+    return m_trovati;
+}
+
+bool ElencoClienti::CaricaAltre()
+{
+    QList<RigaListaCli> righe = LeggiAltre();
+    if (righe.isEmpty())
+        return false;
+    Accogli(std::move(righe));
+    return true;
+}
+
+QList<RigaListaCli> ElencoClienti::LeggiAltre()
+{
     QList<RigaListaCli> righe;
+    if (!AltreDaCaricare())
+        return righe;
+    QVariantList parametri = m_sql.parametri;
+    parametri << RighePerVolta << m_caricate;
+    // The code settles ties, so that pages neither repeat nor skip a client.
+    Recordset rs = Recordset::Apri(
+        Db(), m_sql.testo + QStringLiteral(", CliCodice LIMIT ? OFFSET ?"), dbOpenSnapshot,
+        parametri);
+    if (!rs.IsOpen())
+        return righe;
     for (; !rs.Eof(); rs.MoveNext()) {
-        if (righe.isEmpty())
+        if (m_caricate == 0 && righe.isEmpty())
             NelBuffer(rs);
         righe.append(Riga(rs));
     }
     rs.Close();
-    // The count is a 16-bit number; a longer list still reads as several.
-    const auto quanti = std::int16_t(std::min<qsizetype>(righe.size(), INT16_MAX));
-    if (!righe.isEmpty())
-        m_righe = std::move(righe);
-    return quanti;
+    // Fewer rows than counted: the table changed in between.
+    if (righe.isEmpty())
+        m_trovati = m_caricate;
+    return righe;
+}
+
+void ElencoClienti::Accogli(QList<RigaListaCli> righe)
+{
+    if (m_caricate == 0)
+        m_righe.clear();
+    m_caricate += std::int32_t(righe.size());
+    m_righe += std::move(righe);
 }
 
 } // namespace sorvane

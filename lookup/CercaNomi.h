@@ -49,10 +49,24 @@ struct SqlRicerca
 class ElencoClienti
 {
 public:
-    // Runs the search unseen: the grid's rows in Righe(), the first match
-    // in Cli(). Returns the number of clients found; 0 for a blank text and
-    // for a query that fails, which tells nothing to the user.
-    std::int16_t CercaNomi(const QString &nome);
+    // Runs the search unseen: the number of matches counted by the engine,
+    // the first rows of the grid in Righe(), the first match in Cli(); the
+    // other rows come as the grid asks for them (CaricaAltre). Returns the
+    // number of clients found; 0 for a blank text and for a query that
+    // fails, which tells nothing to the user.
+    std::int32_t CercaNomi(const QString &nome);
+    // The next rows of the last search after those in Righe(); false when
+    // every match is there already.
+    bool CaricaAltre();
+    // The same in two steps, for a grid that announces the rows it adds:
+    // the next rows read, then taken into Righe().
+    QList<RigaListaCli> LeggiAltre();
+    void Accogli(QList<RigaListaCli> righe);
+    bool AltreDaCaricare() const { return m_caricate < m_trovati; }
+    // The matches of the last search, all of them.
+    std::int32_t Trovati() const { return m_trovati; }
+    // The 16-bit count of the callers: a longer list still reads as several.
+    static std::int16_t Quanti(std::int32_t trovati);
 
     // The text cut at the display name's " >" mark.
     static QString TestoDaCercare(const QString &nome);
@@ -72,9 +86,15 @@ public:
     bool AncheChiusi = false; // the popup's "Anche chiusi"
     QString UltimaRicerca;    // what a sort or the check box searches again
 
+    // Rows read at a time.
+    static constexpr int RighePerVolta = 200;
+
 private:
     void Svuota();
     QList<RigaListaCli> m_righe{RigaListaCli{QStringLiteral(" ")}};
+    SqlRicerca m_sql;          // the last search's statement
+    std::int32_t m_trovati = 0;
+    std::int32_t m_caricate = 0; // matches in m_righe
 };
 
 } // namespace sorvane

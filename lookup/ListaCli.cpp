@@ -64,7 +64,7 @@ int Twips(int pixel) { return InTwips(pixel); }
 class ModelloListaCli : public QAbstractTableModel
 {
 public:
-    explicit ModelloListaCli(const ElencoClienti &elenco, QObject *parent)
+    explicit ModelloListaCli(ElencoClienti &elenco, QObject *parent)
         : QAbstractTableModel(parent), m_elenco(elenco)
     {
     }
@@ -102,8 +102,26 @@ public:
     void inizia() { beginResetModel(); }
     void finisci() { endResetModel(); }
 
+    // The matches come as the grid scrolls to them.
+    bool canFetchMore(const QModelIndex &padre) const override
+    {
+        return !padre.isValid() && m_elenco.AltreDaCaricare();
+    }
+    void fetchMore(const QModelIndex &padre) override
+    {
+        if (padre.isValid())
+            return;
+        QList<RigaListaCli> righe = m_elenco.LeggiAltre();
+        if (righe.isEmpty())
+            return;
+        const int prima = rowCount();
+        beginInsertRows({}, prima, prima + int(righe.size()) - 1);
+        m_elenco.Accogli(std::move(righe));
+        endInsertRows();
+    }
+
 private:
-    const ElencoClienti &m_elenco;
+    ElencoClienti &m_elenco;
 };
 
 CondivisiListaCli &condivisiListaCli()
@@ -163,6 +181,9 @@ ListaCli::ListaCli(QWidget *parent) : QDialog(parent)
 
     Check1 = new QCheckBox(QStringLiteral("Anche chiusi"), Picture1);
     Check1->setObjectName(QStringLiteral("Check1"));
+    Trovati = new QLabel(Picture1);
+    Trovati->setObjectName(QStringLiteral("Trovati"));
+    Trovati->setAccessibleName(QStringLiteral("Clienti trovati"));
     connect(Check1, &QCheckBox::toggled, this, [this] { Check1_Click(); });
 
     // The design size, until the first fitting.
@@ -187,10 +208,11 @@ std::int16_t ListaCli::CercaNomi(const QString &Nome)
     CursoreAttesa();
     m_elenco.AncheChiusi = Check1->isChecked();
     m_modello->inizia();
-    const std::int16_t quanti = m_elenco.CercaNomi(Nome);
+    const std::int32_t trovati = m_elenco.CercaNomi(Nome);
     m_modello->finisci();
+    Trovati->setText(trovati > 1 ? QStringLiteral("%L1 clienti").arg(trovati) : QString());
     CursoreNormale();
-    return quanti;
+    return ElencoClienti::Quanti(trovati);
 }
 
 void ListaCli::DatiDaListacli()
@@ -308,6 +330,10 @@ void ListaCli::disponi(int h)
     const QSize casella = Check1->sizeHint();
     Check1->setGeometry(InPixel(margine), InPixel(rigaPulsante + 60), casella.width(),
                         casella.height());
+    // How many matched, beside the check box.
+    Trovati->setGeometry(Check1->geometry().right() + InPixel(400), Check1->y(),
+                         std::max(Trovati->sizeHint().width(), InPixel(2000)),
+                         casella.height());
     larghezzeColonne(Grid1->width());
 }
 

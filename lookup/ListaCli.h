@@ -80,6 +80,8 @@ public:
     QTableView *Grid1 = nullptr;
     QPushButton *Command1 = nullptr;
     QCheckBox *Check1 = nullptr;
+    // "N clienti": how many the last search found, when more than one.
+    QLabel *Trovati = nullptr;
 
 public slots:
     void reject() override;

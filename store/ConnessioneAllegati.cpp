@@ -147,10 +147,17 @@ bool AgganciaTabelle(const Avanzamento &avanzamento)
     QString ignorato;
     CreaSchema(db, Archivio::Lavoro, QStringLiteral("main"), &ignorato);
 
+    // An office made by an earlier version gets the indexes added since;
+    // those it has are left alone.
+    auto indici = [&db] {
+        QString nessuno;
+        CreaIndiciSecondari(db, Archivio::Dati, NomeSchema(Archivio::Dati), &nessuno);
+        return true;
+    };
     if (AllegatiValidi(db) == AllegatiAttesi())
-        return true;
+        return indici();
     if (Ricostruisci(db, avanzamento))
-        return true;
+        return indici();
     Messaggio(sessione().TestoErrore,
               NomeProgrammaMaiuscolo() + QStringLiteral(" -ERRORE CONNESIONE TABELLE"),
               Icona::Stop);

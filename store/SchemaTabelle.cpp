@@ -102,7 +102,9 @@ QList<Tabella> TabelleDati()
     return {
         DellaSuite("AbbVisite", a, I("AbbCliente")),
         Nuova("Clienti", a, ColonneClienti(),
-              {Chiave({"CliCodice"}), Filtro("ragsoc", {"CliRagsoc"})}),
+              {Chiave({"CliCodice"}), Filtro("ragsoc", {"CliRagsoc"}),
+               // The client search counts its matches on this index alone.
+               Filtro("ragsoc_categoria", {"CliRagsoc", "CliCategoria"})}),
         DellaSuite("ClientiNew", a, I("CliCodice")),
         Nuova("Cointestatari", a, {T("CoMandato", 20), I("CoCliente"), T("CoIntestato", 1)},
               {Primaria({"CoMandato", "CoCliente"}), Filtro("cliente", {"CoCliente"})}),

@@ -4,6 +4,9 @@
 #include "test_listacli.h"
 
 #include "lookup/CercaNomi.h"
+#include "store/Transazione.h"
+
+#include <QSqlQuery>
 
 namespace sorvane::prova {
 namespace {
@@ -164,9 +167,39 @@ TEST_F(RicercaClienti, LInizioDelNomeCercaSullIndice)
     while (q.next())
         piano << q.value(3).toString();
     // A search between the two bounds, not a walk of the whole index.
-    EXPECT_TRUE(piano.join('\n').contains(
-        QStringLiteral("SEARCH Clienti USING INDEX Clienti_ragsoc (CliRagsoc>? AND CliRagsoc<?)")))
-        << qPrintable(piano.join('\n'));
+    const QString testo = piano.join('\n');
+    EXPECT_TRUE(testo.contains(QStringLiteral("SEARCH Clienti USING INDEX Clienti_ragsoc"))
+                && testo.contains(QStringLiteral("(CliRagsoc>? AND CliRagsoc<?)")))
+        << qPrintable(testo);
+}
+
+TEST_F(RicercaClienti, MoltiClientiContatiTuttiELettiAPagine)
+{
+    // More matches than a 16-bit count holds, all in one town: the code
+    // settles the ties from one page to the next.
+    {
+        Transazione t;
+        QSqlQuery q(Db());
+        q.prepare(QStringLiteral("INSERT INTO Clienti (CliCodice, CliRagsoc, CliLocalita, "
+                                 "CliCategoria) VALUES (?, ?, 'ROMA', 'A')"));
+        for (int c = 1; c <= 33000; ++c) {
+            q.addBindValue(c);
+            q.addBindValue(QStringLiteral("ROSSI %1").arg(c % 500));
+            ASSERT_TRUE(q.exec());
+        }
+        ASSERT_TRUE(t.conferma());
+    }
+    ElencoClienti elenco;
+    elenco.ColonnaOrdine = ColLocalita;
+    EXPECT_EQ(elenco.CercaNomi(QStringLiteral("ROS")), 33000);
+    EXPECT_EQ(ElencoClienti::Quanti(elenco.Trovati()), INT16_MAX);
+    ASSERT_EQ(elenco.Righe().size(), ElencoClienti::RighePerVolta);
+    EXPECT_EQ(elenco.CodiceRiga(0), 1);
+    EXPECT_EQ(Cli().Codice, 1);
+    ASSERT_TRUE(elenco.CaricaAltre());
+    ASSERT_EQ(elenco.Righe().size(), 2 * ElencoClienti::RighePerVolta);
+    for (int r = 0; r < elenco.Righe().size(); ++r)
+        EXPECT_EQ(elenco.CodiceRiga(r), r + 1);
 }
 
 } // namespace
