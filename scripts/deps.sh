@@ -19,6 +19,8 @@ PACCHETTI=(
     # sorvane-importa reads the legacy Access files with mdbtools' library;
     # its tests compare what it reads with mdb-export's output.
     mdbtools-dev mdbtools
+    # The benches measure the lists and exports against the sqlite3 tool.
+    sqlite3
 )
 
 mancanti=()
