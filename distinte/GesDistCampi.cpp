@@ -13,6 +13,7 @@
 #include "lookup/CercaClienteCampo.h"
 #include "store/Tabelle.h"
 #include "tables/GesCambi.h"
+#include "tables/GesProd.h"
 #include "tables/GesTabel.h"
 
 #include <QComboBox>
@@ -111,6 +112,9 @@ void GesDist::ApriRicercaCampo()
         m_apriRicerca = false;
         m_txt[CampoCausale]->setFocus(Qt::OtherFocusReason);
     }
+    // And the product master on a product field.
+    if (m_campoAttivo >= CampoPrimoProdotto && m_campoAttivo <= CampoUltimoGiro)
+        CercaProdotto(m_txt[m_campoAttivo], &m_apriRicerca);
 }
 
 void GesDist::fuocoEntrato(int indice)

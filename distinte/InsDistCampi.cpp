@@ -14,6 +14,7 @@
 #include "lookup/CercaClienteCampo.h"
 #include "store/Tabelle.h"
 #include "tables/GesCambi.h"
+#include "tables/GesProd.h"
 #include "tables/GesTabel.h"
 
 #include <QComboBox>
@@ -117,6 +118,9 @@ void InsDist::ApriRicercaCampo()
         m_apriRicerca = false;
         m_txt[CampoCausale]->setFocus(Qt::OtherFocusReason);
     }
+    // And the product master on a product field.
+    if (m_campoAttivo >= CampoPrimoProdotto && m_campoAttivo <= CampoUltimoGiro)
+        CercaProdotto(m_txt[m_campoAttivo], &m_apriRicerca);
 }
 
 void InsDist::fuocoEntrato(int indice)

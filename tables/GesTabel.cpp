@@ -36,6 +36,8 @@ QPushButton *Pulsante(const QString &testo, const QString &nome, QWidget *padre)
     return b;
 }
 
+} // namespace
+
 // Opened with no work screen behind it (only the main window), the lookup
 // starts from the code; a screen's lookup starts from what it was given.
 bool AltriSchermiAperti(const QWidget *io)
@@ -48,8 +50,6 @@ bool AltriSchermiAperti(const QWidget *io)
     }
     return false;
 }
-
-} // namespace
 
 GesTabel::GesTabel(QWidget *padre) : QDialog(padre)
 {

@@ -76,6 +76,10 @@ private:
     QString m_secondoPrima; // cmdRt(1) as it was before the list took the focus
 };
 
+// Opened with no work screen behind it (only the main window), a lookup
+// starts from the code; a screen's lookup starts from what it was given.
+bool AltriSchermiAperti(const QWidget *io);
+
 // F4 on a reason field: GesTabel on `DistCausali` with the field's trimmed
 // text; the code chosen goes into the field. Nothing on a disabled field.
 // True when the lookup opened.
