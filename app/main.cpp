@@ -7,6 +7,7 @@
 #include "frame/main/Startup.h"
 #include "frame/ui/MessaggiQt.h"
 #include "ledger04/GesDist4.h"
+#include "ledger04/GesIntMd.h"
 #include "ledger04/InsSald4.h"
 #include "lookup/ListaCli.h"
 #include "reports/Gstampe.h"
@@ -33,6 +34,7 @@ int main(int argc, char **argv)
     sorvane::RegistraSchermo(0, [] { return new sorvane::InsDist; });
     sorvane::RegistraSchermo(1, [] { return new sorvane::GesDist; });
     sorvane::RegistraSchermo(2, [] { return new sorvane::GesDist4; });
+    sorvane::RegistraSchermo(3, [] { return new sorvane::GesIntMd; });
     sorvane::RegistraSchermo(4, [] { return new sorvane::InsSald4; });
     sorvane::RegistraSchermo(5, [] { return new sorvane::riferimento::GesSoc; });
     sorvane::RegistraSchermo(6, [] { return new sorvane::riferimento::GesBanca; });

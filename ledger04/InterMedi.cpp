@@ -8,6 +8,7 @@
 #include "frame/core/Valore.h"
 #include "ledger04/ControllaCampo4.h"
 #include "ledger04/Distinte04.h"
+#include "ledger04/Interessi.h"
 #include "store/Cambi.h"
 #include "store/Connessione.h"
 #include "store/Transazione.h"
@@ -110,6 +111,13 @@ EsitoGestione EstraiInterMedi(const FiltroInterMedi &f, StatoInterMedi &stato)
         return Esito(false, t.errore());
     PrimoMovimento(stato);
     return Esito(true);
+}
+
+QString QueryListaInterMedi(bool squadra)
+{
+    return TestoListaInteressi(squadra).replace(
+        QStringLiteral("SELECT *"), QStringLiteral("SELECT dstCodice, dstData, CliRagsoc, dstCodP,"
+                                                   " Descrizione, dstMoneta, dstImporto"));
 }
 
 void PrimoMovimento(StatoInterMedi &stato)

@@ -58,6 +58,10 @@ struct FiltroInterMedi
 // is the caller's to write.
 EsitoGestione EstraiInterMedi(const FiltroInterMedi &filtro, StatoInterMedi &stato);
 
+// The screen's list of WInterMedi, one column per ColonnaLista04, in the
+// order the print reads the rows: a team's client by client.
+QString QueryListaInterMedi(bool squadra);
+
 // The client and date the balance row takes when the fields leave them
 // open: the earliest row's. A typed start date and client win.
 void PrimoMovimento(StatoInterMedi &stato);

@@ -10,6 +10,7 @@
 #include "frame/ui/Schermo.h"
 #include "ledger04/ControllaCampo4.h"
 #include "ledger04/GesDist4.h"
+#include "ledger04/GesIntMd.h"
 #include "ledger04/InsSald4.h"
 #include "ledger04/Saldi04.h"
 
@@ -393,23 +394,27 @@ TEST_F(Avvio, GliSchermiDelleDistinteDalMenu)
 TEST_F(Avvio, GliSchermiDel04DalMenu)
 {
     RegistraSchermo(2, [] { return new GesDist4; });
+    RegistraSchermo(3, [] { return new GesIntMd; });
     RegistraSchermo(4, [] { return new InsSald4; });
     AvviaColMenu(*m_cornice);
     m_messaggi.pulisci();
 
-    m_cornice->Mu_GesDis_Click(2);
-    Attendi();
-    auto *gestione = qobject_cast<GesDist4 *>(m_cornice->area()->activeSubWindow()->widget());
-    ASSERT_NE(gestione, nullptr);
-    EXPECT_EQ(QApplication::focusWidget(), gestione->txt(Campo04GiornoDal));
-    GiroEAcceleratori(gestione, gestione->pctLista());
-    gestione->NuovoMovimento04();
-    Attendi();
-    gestione->txt(Campo04Importo)->setText("1");
-    GiroEAcceleratori(gestione, gestione->pctMod());
-    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
-    gestione->Command1(0)->click();
-    Attendi();
+    for (int indice : {2, 3}) {
+        m_cornice->Mu_GesDis_Click(indice);
+        Attendi();
+        auto *gestione =
+            qobject_cast<Gestione04 *>(m_cornice->area()->activeSubWindow()->widget());
+        ASSERT_NE(gestione, nullptr);
+        EXPECT_EQ(QApplication::focusWidget(), gestione->txt(Campo04GiornoDal));
+        GiroEAcceleratori(gestione, gestione->pctLista());
+        gestione->NuovoMovimento04();
+        Attendi();
+        gestione->txt(Campo04Importo)->setText("1");
+        GiroEAcceleratori(gestione, gestione->pctMod());
+        EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
+        gestione->Command1(0)->click();
+        Attendi();
+    }
 
     m_cornice->Mu_GesDis_Click(4);
     Attendi();
