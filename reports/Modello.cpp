@@ -233,6 +233,55 @@ mu::data Gruppi(Richieste &rq, const QList<QVariantMap> &righe, const QString &c
     return lista;
 }
 
+// Whether a list of the rows can print: false when every tag naming it
+// stands inside a block that a yes/no field of the run (a "_presente" of the
+// head or foot row) shuts. One module serves two prints (the slip lists
+// `corpo`, the 04 statement `gruppi`), and the rows the other one would
+// list cost as much to prepare as those printed.
+bool Stampabile(const QStringList &testi, const QString &nome, const mu::data &radice)
+{
+    static const QRegularExpression tag(QStringLiteral(R"(\{\{\s*([#^/]?)\s*([^}\s]+)\s*\}\})"));
+    struct Blocco
+    {
+        QString nome;
+        bool chiuso;    // shut by a yes/no field of the run
+        bool certo;     // this and every block around it read from the run
+    };
+    for (const QString &testo : testi) {
+        QList<Blocco> aperti;
+        auto it = tag.globalMatch(testo);
+        while (it.hasNext()) {
+            const auto m = it.next();
+            const QString tipo = m.captured(1);
+            const QString n = m.captured(2);
+            if (tipo == u"/") {
+                if (aperti.isEmpty() || aperti.last().nome != n)
+                    return true;
+                aperti.removeLast();
+                continue;
+            }
+            bool chiuso = false;
+            for (const Blocco &b : aperti)
+                chiuso = chiuso || (b.certo && b.chiuso);
+            if (n == nome && !chiuso)
+                return true;
+            if (tipo.isEmpty())
+                continue;
+            // A name the run lacks is false, unless the renderer adds it
+            // later or it reaches into a part ("totali.CNumero1").
+            static const QStringList dopo = {QStringLiteral("corpo"), QStringLiteral("gruppi"),
+                                             QStringLiteral("totali"), QStringLiteral("pagina"),
+                                             QStringLiteral("pagine")};
+            const mu::data *v = radice.get(n.toStdString());
+            const bool certo = (aperti.isEmpty() || aperti.last().certo)
+                               && (v ? v->is_bool() : !n.contains(u'.') && !dopo.contains(n));
+            const bool vero = v && v->is_true();
+            aperti.append({n, certo && (tipo == u"#" ? !vero : vero), certo});
+        }
+    }
+    return false;
+}
+
 QString Riempi(const QString &testo, const mu::data &dati, QString &errore)
 {
     if (testo.isEmpty())
@@ -350,7 +399,8 @@ ModelloCompilato CompilaModello(const Modello &modello, const DatiReport &dati, 
 {
     const int tutte = int(dati.corpo.size());
     const int elencate = primeRighe < 0 ? tutte : qMin(primeRighe, tutte);
-    Richieste rq(NomiUsati({modello.corpo, modello.intestazione, modello.piede}));
+    const QStringList testi = {modello.corpo, modello.intestazione, modello.piede};
+    Richieste rq(NomiUsati(testi));
 
     QVariantMap esecuzione = dati.esecuzione;
     if (!esecuzione.contains(QStringLiteral("oggi"))) {
@@ -366,11 +416,12 @@ ModelloCompilato CompilaModello(const Modello &modello, const DatiReport &dati, 
     rq.aggiungi(radice, dati.piede);
     rq.aggiungi(radice, esecuzione);
     radice.set("conteggio", mu::data(std::to_string(dati.corpo.size())));
-    if (rq.chiede("corpo"))
+    if (rq.chiede("corpo") && Stampabile(testi, QStringLiteral("corpo"), radice))
         radice.set("corpo", Righe(rq, dati.corpo, 0, elencate));
     if (rq.chiede("totali"))
         radice.set("totali", Totali(rq, dati.corpo, 0, int(dati.corpo.size())));
-    if (rq.chiede("gruppi") && !modello.gruppo.isEmpty())
+    if (rq.chiede("gruppi") && !modello.gruppo.isEmpty()
+        && Stampabile(testi, QStringLiteral("gruppi"), radice))
         radice.set("gruppi", Gruppi(rq, dati.corpo, modello.gruppo, elencate));
     radice.set("pagina", mu::data(SegnoPagina().toStdString()));
     radice.set("pagine", mu::data(SegnoPagine().toStdString()));
