@@ -58,7 +58,6 @@ GesProd::GesProd(QWidget *padre, std::int16_t azione) : QDialog(padre), m_azione
     const QString descrizione = t.DescrizioneCercata;
     m_check1->setChecked((m_azione > 1 ? m_azione - 2 : m_azione) == 1);
     riempiCombo();
-    CaricaLayoutGriglia(m_grid2, ChiaveGriglia);
     m_ricerca = m_codTab;
     if (AltriSchermiAperti(this)) {
         if (!descrizione.trimmed().isEmpty()) {
@@ -69,6 +68,12 @@ GesProd::GesProd(QWidget *padre, std::int16_t azione) : QDialog(padre), m_azione
         }
     }
     cerca();
+    // Until the user drags them, columns as wide as what they hold.
+    static const int caratteri[] = {12, 36, 10, 3, 3, 3, 5, 3, 8, 8, 8, 8, 8, 8, 10};
+    const int c = fontMetrics().averageCharWidth();
+    for (int k = 0; k < int(std::size(caratteri)); ++k)
+        m_grid2->setColumnWidth(k, caratteri[k] * c + 16);
+    CaricaLayoutGriglia(m_grid2, ChiaveGriglia);
     m_inCaricamento = false;
     QTimer::singleShot(0, this, [this] { m_ricerca->setFocus(); });
 }
@@ -205,8 +210,19 @@ void GesProd::cerca()
     r.testo = m_ricerca->text();
     r.perDescrizione = m_ricerca == m_descTab;
     r.chiusi = m_chkClose->isChecked();
-    m_elenco->cerca(r);
+    interroga(r);
     aggiornaPulsanti();
+}
+
+void GesProd::interroga(const RicercaProdotti &ricerca)
+{
+    // A new query resets the grid's columns: their widths are kept.
+    QList<int> larghezze;
+    for (int k = 0; k < m_elenco->columnCount(); ++k)
+        larghezze.append(m_grid2->columnWidth(k));
+    m_elenco->cerca(ricerca);
+    for (int k = 0; k < larghezze.size(); ++k)
+        m_grid2->setColumnWidth(k, larghezze[k]);
 }
 
 void GesProd::OrdinaPerColonna(int colonna, bool ascendente)
@@ -217,7 +233,7 @@ void GesProd::OrdinaPerColonna(int colonna, bool ascendente)
     RicercaProdotti r = m_elenco->ricerca();
     r.colonna = colonna;
     r.ascendente = ascendente;
-    m_elenco->cerca(r);
+    interroga(r);
     m_grid2->horizontalHeader()->setSortIndicator(
         colonna, ascendente ? Qt::AscendingOrder : Qt::DescendingOrder);
     aggiornaPulsanti();

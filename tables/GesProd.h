@@ -102,6 +102,7 @@ private:
     QWidget *costruisciScheda();
     void riempiCombo();
     void cerca();
+    void interroga(const RicercaProdotti &ricerca);
     void aggiornaPulsanti();
     void caricaProdotto(const QString &codice);
     void mostraScheda(const QString &codice);

@@ -33,8 +33,7 @@ namespace {
 
 QString Testo(const QVariant &giorno, const char *formato)
 {
-    const QDate d = IsNull(giorno) ? QDate() : DataDaGiorno(CDbl(giorno));
-    return d.isValid() ? Format(CDbl(giorno), QString::fromLatin1(formato)) : QString();
+    return CDbl(giorno) > 0 ? Format(CDbl(giorno), QString::fromLatin1(formato)) : QString();
 }
 
 QString Numero(double v)
@@ -172,7 +171,9 @@ QWidget *GesProd::costruisciScheda()
     m_grid1->setItemDelegate(new DelegatoQuote(m_grid1));
     m_grid1->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     m_grid1->horizontalHeader()->setStretchLastSection(true);
-    m_grid1->setMinimumWidth(34 * c);
+    m_grid1->setColumnWidth(ModelloQuote::ColProdotto, 15 * c);
+    m_grid1->setColumnWidth(ModelloQuote::ColCategoria, 13 * c);
+    m_grid1->setMinimumWidth(48 * c);
     m_grid1->installEventFilter(this);
     m_lbTot = new QLabel(p);
     m_lbTot->setObjectName(QStringLiteral("lbTot"));
@@ -221,7 +222,15 @@ QWidget *GesProd::costruisciScheda()
          {m_combo3, etichetta(QStringLiteral("Tasso int."), m_txt[CampoTasso]),
           m_txt[CampoTasso], etichetta(QStringLiteral("Tassazione"), m_txt[CampoTassazione]),
           m_txt[CampoTassazione]});
-    riga(QStringLiteral("Esponi prezzo d'acquisto come Invest. Effettivo"), m_cmbInvEff, {});
+    {
+        // The longest caption of the form stands on a row of its own.
+        auto *h = new QHBoxLayout;
+        h->addWidget(etichetta(QStringLiteral("Esponi prezzo d'acquisto come Invest. Effettivo"),
+                               m_cmbInvEff));
+        h->addWidget(m_cmbInvEff);
+        h->addStretch(1);
+        g->addLayout(h, r++, 0, 1, 2);
+    }
     riga(QStringLiteral("Buoni-Cattivi"), m_cmbBuoniCattivi, {});
     riga(QStringLiteral("Gestione Indici"), m_cmbIndici, {});
     g->addWidget(fee, r++, 0, 1, 2);
