@@ -17,6 +17,7 @@
 #include <QTextFrame>
 #include <QTextOption>
 #include <QTextTable>
+#include <QThread>
 #include <QUrl>
 
 #include <cmath>
@@ -158,24 +159,83 @@ int PaginaDi(double y, double altezzaPagina)
 // them, cell by cell; from the same row at the same place with the same
 // columns, the rest of the table can only fall the same way. False when
 // they do not (the caller then lays out the whole at once).
+// Rows before the end of a piece where the next one is read from, in a
+// worker thread while this one is laid out: more than a page holds. The
+// rows above the page it truly starts on are then taken out of it.
+constexpr int kRigheAnticipo = 250;
+
+// A piece's markup read into a document in a thread of its own and handed
+// to the calling thread, which lays it out and draws it. Reading the
+// markup touches no font, so the text may still be laid out and drawn in
+// one thread only.
+class Anticipo
+{
+public:
+    template<typename F>
+    void avvia(F leggi)
+    {
+        QThread *destinazione = QThread::currentThread();
+        m_thread.reset(QThread::create([this, leggi, destinazione] {
+            m_doc = leggi();
+            m_doc->moveToThread(destinazione);
+        }));
+        m_thread->start();
+    }
+    std::unique_ptr<QTextDocument> prendi()
+    {
+        attendi();
+        return std::move(m_doc);
+    }
+    ~Anticipo() { attendi(); }
+
+private:
+    void attendi()
+    {
+        if (m_thread)
+            m_thread->wait();
+        m_thread.reset();
+    }
+    std::unique_ptr<QThread> m_thread;
+    std::unique_ptr<QTextDocument> m_doc;
+};
+
+QTextTable *TabellaDi(const QTextDocument &doc, int indice)
+{
+    const QList<QTextFrame *> figli = doc.rootFrame()->childFrames();
+    return indice < figli.size() ? qobject_cast<QTextTable *>(figli.at(indice)) : nullptr;
+}
+
+// The body's long table in pieces of kRighePezzo rows, each a table of its
+// own starting at the top of a page: the page where the rows of a piece
+// end is laid out again as the first of the next. A piece is kept only if
+// the rows it shares with the one before stand exactly where that one put
+// them, cell by cell; from the same row at the same place with the same
+// columns, the rest of the table can only fall the same way. False when
+// they do not (the caller then lays out the whole at once).
 bool ImpaginaAPezzi(const Modello &modello, const QFont &font, const QString &html,
                     const TabellaLunga &tabella, double larghezza, double altezzaPagina,
                     std::vector<Pezzo> &pezzi, int &occupate)
 {
+    const auto leggi = [&](int da, int a) {
+        return Documento(modello, font, PezzoTabella(html, tabella, da, a), larghezza,
+                         altezzaPagina);
+    };
     const int n = tabella.conteggio();
     int da = 0;
+    int a = qMin(n, kRighePezzo);
+    auto doc = leggi(da, a);
     int prima = 0;
     int testata = -1;
     int daAttese = 0;
     QList<QRectF> attese; // the shared rows' cells, on the page they start
     for (;;) {
-        const int a = qMin(n, da + kRighePezzo);
-        auto doc = Documento(modello, font, PezzoTabella(html, tabella, da, a), larghezza,
-                             altezzaPagina);
-        const QList<QTextFrame *> figli = doc->rootFrame()->childFrames();
-        const int indice = da == 0 ? tabella.indice : 0;
-        QTextTable *t = indice < figli.size() ? qobject_cast<QTextTable *>(figli.at(indice))
-                                              : nullptr;
+        Anticipo prossimo;
+        const int daProssimo = qMax(da + 1, a - kRigheAnticipo);
+        const int aProssimo = qMin(n, daProssimo + kRighePezzo);
+        if (a < n)
+            prossimo.avvia([=] { return leggi(daProssimo, aProssimo); });
+
+        QTextTable *t = TabellaDi(*doc, da == 0 ? tabella.indice : 0);
         if (!t || t->rows() < a - da || (testata >= 0 && t->rows() - (a - da) != testata))
             return false;
         testata = t->rows() - (a - da);
@@ -211,6 +271,17 @@ bool ImpaginaAPezzi(const Modello &modello, const QFont &font, const QString &ht
         daAttese = s;
         pezzi.push_back({std::move(doc), prima});
         prima += ultima;
+
+        doc = prossimo.prendi();
+        QTextTable *seguente = TabellaDi(*doc, 0);
+        if (s >= daProssimo && seguente && seguente->rows() >= testata + s - daProssimo) {
+            if (s > daProssimo)
+                seguente->removeRows(testata, s - daProssimo);
+            a = aProssimo;
+        } else {
+            a = qMin(n, s + kRighePezzo);
+            doc = leggi(s, a);
+        }
         da = s;
     }
 }
