@@ -110,6 +110,7 @@ QLineEdit *GesDist::nuovoCampo(int indice, QWidget *padre)
 {
     auto *campo = new QLineEdit(padre);
     campo->setObjectName(QStringLiteral("txt%1").arg(indice));
+    campo->setAccessibleName(NomeCampoDistinta(indice));
     const Misura m = MisuraCampo(indice);
     if (m.lunghezza > 0)
         campo->setMaxLength(m.lunghezza);
@@ -142,6 +143,7 @@ QWidget *GesDist::costruisciFiltri()
     m_cmdData = PulsanteCalendario(QStringLiteral("cmdData"), riquadro);
     m_cmbSoc1 = new QComboBox(riquadro);
     m_cmbSoc1->setObjectName(QStringLiteral("cmbSoc_1"));
+    m_cmbSoc1->setAccessibleName(QStringLiteral("Ditta del filtro"));
     m_check1 = new QCheckBox(QStringLiteral("Anche chiusi"), riquadro);
     m_check1->setObjectName(QStringLiteral("Check1"));
 
@@ -149,7 +151,7 @@ QWidget *GesDist::costruisciFiltri()
     g->addLayout(InFila({m_txt[21], m_txt[22], m_txt[23], m_spin1, m_cmdData}), 0, 1);
     g->addWidget(EtichettaCampo(QStringLiteral("al "), riquadro), 0, 2);
     g->addLayout(InFila({m_txt[24], m_txt[25], m_txt[26], m_spin2}), 0, 3);
-    g->addWidget(EtichettaCampo(QStringLiteral("Cliente"), riquadro), 1, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Cliente"), riquadro, m_txt[27]), 1, 0);
     g->addLayout(InFila({m_txt[27], m_txt[28]}), 1, 1, 1, 4);
     g->addWidget(EtichettaCampo(QStringLiteral("Ditta"), riquadro), 2, 0);
     g->addLayout(InFila({m_cmbSoc1}), 2, 1, 1, 3);
@@ -216,29 +218,29 @@ QWidget *GesDist::costruisciModifica()
 
     g->addWidget(EtichettaCampo(QStringLiteral("Data"), riquadro), 1, 0);
     g->addLayout(InFila({m_txt[1], m_txt[2], m_txt[3]}), 1, 1);
-    g->addWidget(EtichettaCampo(QStringLiteral("Ditta"), riquadro), 1, 2);
+    g->addWidget(EtichettaCampo(QStringLiteral("Ditta"), riquadro, m_cmbSoc0), 1, 2);
     g->addLayout(InFila({m_cmbSoc0}), 1, 3);
-    g->addWidget(EtichettaCampo(QStringLiteral("Cliente"), riquadro), 2, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Cliente"), riquadro, m_txt[4]), 2, 0);
     g->addLayout(InFila({m_txt[4], m_txt[5]}), 2, 1, 1, 3);
-    g->addWidget(EtichettaCampo(QStringLiteral("Caus."), riquadro), 3, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Caus."), riquadro, m_txt[6]), 3, 0);
     g->addLayout(InFila({m_txt[6], m_cauDes}), 3, 1, 1, 3);
     g->addWidget(EtichettaCampo(QStringLiteral("Prod."), riquadro), 4, 0);
     g->addLayout(InFila({m_txt[7], m_txt[8], m_txt[9], m_txt[10], m_txt[11]}), 4, 1, 1, 3);
     g->addWidget(EtichettaCampo(QStringLiteral("Giro"), riquadro), 5, 0);
     g->addLayout(InFila({m_txt[12], m_txt[13], m_txt[14], m_txt[15], m_txt[16]}), 5, 1, 1, 3);
-    g->addWidget(EtichettaCampo(QStringLiteral("Imp."), riquadro), 6, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Imp."), riquadro, m_txt[18]), 6, 0);
     auto *importi = InFila({m_txt[17], m_txt[18]}, false);
     for (auto [testo, campo] : {std::pair{QStringLiteral("Ass."), m_txt[19]},
                                 std::pair{QStringLiteral("Spese UT"), m_txt[20]}}) {
         importi->addSpacing(m);
-        importi->addWidget(EtichettaCampo(testo, riquadro));
+        importi->addWidget(EtichettaCampo(testo, riquadro, campo));
         importi->addWidget(campo);
     }
     importi->addStretch(1);
     g->addLayout(importi, 6, 1, 1, 3);
     // The bank on a row of its own: its longest name does not fit beside
     // the amounts.
-    g->addWidget(EtichettaCampo(QStringLiteral("Banca"), riquadro), 7, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Banca"), riquadro, m_cmbBanca), 7, 0);
     g->addLayout(InFila({m_cmbBanca}), 7, 1, 1, 3);
     // The buttons under the form, as the list's under the filter: the width
     // goes to the product codes.
@@ -255,6 +257,7 @@ void GesDist::costruisciGriglia()
 {
     m_grid = new QTableView(m_pctLista);
     m_grid->setObjectName(QStringLiteral("TDBGrid1"));
+    m_grid->setAccessibleName(QStringLiteral("Elenco movimenti"));
     m_data1 = new ModelloDistinte(this);
     m_grid->setModel(m_data1);
     PreparaGrigliaDistinte(m_grid, new DelegatoDistinte(m_grid), this);

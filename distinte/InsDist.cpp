@@ -159,6 +159,7 @@ QWidget *InsDist::costruisciCampi()
     for (int i = 1; i <= CampoSpese; ++i) {
         auto *campo = new QLineEdit(riquadro);
         campo->setObjectName(QStringLiteral("txt%1").arg(i));
+        campo->setAccessibleName(NomeCampoDistinta(i));
         const FormaCampo f = Forma(i);
         if (f.lunghezza > 0)
             campo->setMaxLength(f.lunghezza);
@@ -178,13 +179,13 @@ QWidget *InsDist::costruisciCampi()
     int r = 0;
     g->addWidget(EtichettaCampo(QStringLiteral("Data"), riquadro), r, 0);
     g->addLayout(InFila({m_txt[1], m_txt[2], m_txt[3], m_cmdData}), r, 1);
-    g->addWidget(EtichettaCampo(QStringLiteral("Ditta"), riquadro), r, 2);
+    g->addWidget(EtichettaCampo(QStringLiteral("Ditta"), riquadro, m_cmbSoc), r, 2);
     g->addLayout(InFila({m_cmbSoc}), r, 3);
     ++r;
-    g->addWidget(EtichettaCampo(QStringLiteral("Cliente"), riquadro), r, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Cliente"), riquadro, m_txt[4]), r, 0);
     g->addLayout(InFila({m_txt[4], m_txt[5]}), r, 1, 1, 3);
     ++r;
-    g->addWidget(EtichettaCampo(QStringLiteral("Causale"), riquadro), r, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Causale"), riquadro, m_txt[6]), r, 0);
     g->addLayout(InFila({m_txt[6], m_cauDes}), r, 1, 1, 3);
     ++r;
     g->addWidget(EtichettaCampo(QStringLiteral("Prodotti"), riquadro), r, 0);
@@ -193,19 +194,21 @@ QWidget *InsDist::costruisciCampi()
     g->addWidget(EtichettaCampo(QStringLiteral("Giro"), riquadro), r, 0);
     g->addLayout(InFila({m_txt[12], m_txt[13], m_txt[14], m_txt[15], m_txt[16]}), r, 1, 1, 3);
     ++r;
-    g->addWidget(EtichettaCampo(QStringLiteral("Importo"), riquadro), r, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Importo"), riquadro, m_txt[18]), r, 0);
     // Amount and cheque, then bank and expenses: the order of moving, and
     // room for the longest bank.
     auto *importi = InFila({m_txt[17], m_txt[18]});
     importi->insertSpacing(importi->count() - 1, m);
-    importi->insertWidget(importi->count() - 1, EtichettaCampo(QStringLiteral("Ass."), riquadro));
+    importi->insertWidget(importi->count() - 1,
+                          EtichettaCampo(QStringLiteral("Ass."), riquadro, m_txt[19]));
     importi->insertWidget(importi->count() - 1, m_txt[19]);
     g->addLayout(importi, r, 1, 1, 3);
     ++r;
-    g->addWidget(EtichettaCampo(QStringLiteral("Banca"), riquadro), r, 0);
+    g->addWidget(EtichettaCampo(QStringLiteral("Banca"), riquadro, m_cmbBanca), r, 0);
     auto *banca = InFila({m_cmbBanca});
     banca->insertSpacing(banca->count() - 1, m);
-    banca->insertWidget(banca->count() - 1, EtichettaCampo(QStringLiteral("Spese UT"), riquadro));
+    banca->insertWidget(banca->count() - 1,
+                        EtichettaCampo(QStringLiteral("Spese UT"), riquadro, m_txt[20]));
     banca->insertWidget(banca->count() - 1, m_txt[20]);
     g->addLayout(banca, r, 1, 1, 3);
     g->setColumnStretch(3, 1);
@@ -261,6 +264,7 @@ void InsDist::costruisciGriglia()
 {
     m_grid = new QTableView(this);
     m_grid->setObjectName(ChiaveGriglia);
+    m_grid->setAccessibleName(QStringLiteral("Movimenti della distinta"));
     m_data1 = new ModelloBkDistinte(this);
     m_grid->setModel(m_data1);
     PreparaGrigliaDistinte(m_grid, new DelegatoDistinte(m_grid), this);

@@ -1,5 +1,6 @@
 #include "distinte/SchermiDistinte.h"
 
+#include "distinte/ControllaCampo.h"
 #include "frame/core/Formato.h"
 #include "frame/core/Sessione.h"
 #include "frame/ui/Fine.h"
@@ -76,11 +77,42 @@ QStringList TestiPiuLarghi(const QString &testata)
 
 } // namespace
 
-QLabel *EtichettaCampo(const QString &testo, QWidget *padre)
+QLabel *EtichettaCampo(const QString &testo, QWidget *padre, QWidget *campo)
 {
     auto *l = new QLabel(testo, padre);
     l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    if (campo)
+        l->setBuddy(campo);
     return l;
+}
+
+QString NomeCampoDistinta(int indice)
+{
+    if (indice >= CampoPrimoProdotto && indice < CampoPrimoGiro)
+        return QStringLiteral("Prodotto %1").arg(indice - CampoPrimoProdotto + 1);
+    if (indice >= CampoPrimoGiro && indice <= CampoUltimoGiro)
+        return QStringLiteral("Giro %1").arg(indice - CampoPrimoGiro + 1);
+    switch (indice) {
+    case CampoGiorno: return QStringLiteral("Giorno");
+    case CampoMese: return QStringLiteral("Mese");
+    case CampoAnno: return QStringLiteral("Anno");
+    case CampoCodiceCliente: return QStringLiteral("Codice cliente");
+    case CampoNomeCliente: return QStringLiteral("Nome cliente");
+    case CampoCausale: return QStringLiteral("Causale");
+    case CampoMoneta: return QStringLiteral("Moneta");
+    case CampoImporto: return QStringLiteral("Importo");
+    case CampoAssegno: return QStringLiteral("Assegno");
+    case CampoSpese: return QStringLiteral("Spese UT");
+    case CampoGiornoDal: return QStringLiteral("Dal giorno");
+    case CampoMeseDal: return QStringLiteral("Dal mese");
+    case CampoAnnoDal: return QStringLiteral("Dall'anno");
+    case CampoGiornoAl: return QStringLiteral("Al giorno");
+    case CampoMeseAl: return QStringLiteral("Al mese");
+    case CampoAnnoAl: return QStringLiteral("All'anno");
+    case CampoCodiceFiltro: return QStringLiteral("Codice cliente del filtro");
+    case CampoNomeFiltro: return QStringLiteral("Nome cliente del filtro");
+    default: return QString();
+    }
 }
 
 QHBoxLayout *InFila(std::initializer_list<QWidget *> widget, bool spinta)

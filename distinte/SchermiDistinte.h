@@ -36,8 +36,13 @@ namespace sorvane {
 class Recordset;
 class Schermo;
 
-// A field's caption, right-aligned beside it.
-QLabel *EtichettaCampo(const QString &testo, QWidget *padre);
+// A field's caption, right-aligned beside it; given the field it stands
+// for, the caption names it to screen readers.
+QLabel *EtichettaCampo(const QString &testo, QWidget *padre, QWidget *campo = nullptr);
+// What a slip screen's field `txt[indice]` holds, as screen readers name it:
+// the boxes that share one caption (the date's, the products', the amount's)
+// each have a name of their own.
+QString NomeCampoDistinta(int indice);
 // Widgets in a row, then the spare width unless `spinta` is false.
 QHBoxLayout *InFila(std::initializer_list<QWidget *> widget, bool spinta = true);
 // A button of a screen's row. A hidden one keeps its place, so that the row

@@ -48,12 +48,12 @@ MisuraComune MisuraCampo(int indice)
     case Campo04Prodotto: return {100, 28, "Prodotto"};
     case Campo04Moneta: return {3, 5, "Moneta"};
     case Campo04Importo: return {0, 13, "Importo"};
-    case Campo04GiornoDal: return {2, 3, "Giorno iniziale"};
-    case Campo04MeseDal: return {2, 3, "Mese iniziale"};
-    case Campo04AnnoDal: return {4, 5, "Anno iniziale"};
-    case Campo04GiornoAl: return {2, 3, "Giorno finale"};
-    case Campo04MeseAl: return {2, 3, "Mese finale"};
-    default: return {4, 5, "Anno finale"};
+    case Campo04GiornoDal: return {2, 3, "Dal giorno"};
+    case Campo04MeseDal: return {2, 3, "Dal mese"};
+    case Campo04AnnoDal: return {4, 5, "Dall'anno"};
+    case Campo04GiornoAl: return {2, 3, "Al giorno"};
+    case Campo04MeseAl: return {2, 3, "Al mese"};
+    default: return {4, 5, "All'anno"};
     }
 }
 
