@@ -91,6 +91,7 @@ void Datario::costruisci()
 
     m_calendario = new QCalendarWidget(this);
     m_calendario->setObjectName(QStringLiteral("Calendar1"));
+    m_calendario->setAccessibleName(QStringLiteral("Calendario"));
     m_calendario->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     m_calendario->setGridVisible(true);
     m_calendario->setMinimumSize(380, 250);
@@ -126,9 +127,11 @@ void Datario::costruisci()
     }
     m_anni = new QComboBox(m_frame);
     m_anni->setObjectName(QStringLiteral("Combo1"));
+    m_anni->setAccessibleName(QStringLiteral("Anno del periodo"));
     griglia->addWidget(m_anni, OpzioneAnno, 1, 1, 2);
     m_date = new QComboBox(m_frame);
     m_date->setObjectName(QStringLiteral("cmbDate"));
+    m_date->setAccessibleName(QStringLiteral("Data di inizio del periodo"));
     m_date->setEditable(true);
     m_date->setInsertPolicy(QComboBox::NoInsert);
     m_cmdData = PulsanteData(m_frame, QStringLiteral("cmdData"));
@@ -136,6 +139,7 @@ void Datario::costruisci()
     griglia->addWidget(m_cmdData, 5, 2);
     m_dataRend = new QLineEdit(m_frame);
     m_dataRend->setObjectName(QStringLiteral("TDataRend"));
+    m_dataRend->setAccessibleName(QStringLiteral("Data personalizzata del portafoglio"));
     m_dataRend->setMaxLength(10);
     m_dataRend->installEventFilter(this);
     m_cmdDataPP = PulsanteData(m_frame, QStringLiteral("cmdDataPP"));

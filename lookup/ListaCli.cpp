@@ -149,6 +149,7 @@ ListaCli::ListaCli(QWidget *parent) : QDialog(parent)
     m_modello = new ModelloListaCli(m_elenco, this);
     Grid1 = new QTableView(Picture1);
     Grid1->setObjectName(QStringLiteral("Grid1"));
+    Grid1->setAccessibleName(QStringLiteral("Clienti trovati"));
     Grid1->setModel(m_modello);
     Grid1->setSelectionBehavior(QAbstractItemView::SelectRows);
     Grid1->setSelectionMode(QAbstractItemView::SingleSelection);

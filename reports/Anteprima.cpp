@@ -189,6 +189,7 @@ FinestraAnteprima::FinestraAnteprima(const Modello &modello, const ModelloCompil
         ->setShortcut(Qt::Key_PageUp);
     m_numero = new QSpinBox(barra);
     m_numero->setObjectName(QStringLiteral("numero"));
+    m_numero->setAccessibleName(QStringLiteral("Pagina"));
     m_numero->setKeyboardTracking(false);
     barra->addWidget(m_numero);
     m_totale = new QLabel(barra);
