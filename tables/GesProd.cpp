@@ -142,6 +142,7 @@ QWidget *GesProd::costruisciElenco()
     m_grid2->setSelectionMode(QAbstractItemView::SingleSelection);
     m_grid2->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
     m_grid2->verticalHeader()->hide();
+    m_grid2->setTabKeyNavigation(false); // Tab leaves the list, the arrows walk it
     m_grid2->setMinimumSize(90 * c, 16 * (fontMetrics().height() + 4));
     m_grid2->horizontalHeader()->setSortIndicatorShown(true);
     m_grid2->horizontalHeader()->viewport()->installEventFilter(this);

@@ -169,6 +169,7 @@ QWidget *GesProd::costruisciScheda()
     m_grid1->setAccessibleName(QStringLiteral("Ripartizione"));
     m_grid1->setModel(m_quote);
     m_grid1->setItemDelegate(new DelegatoQuote(m_grid1));
+    m_grid1->setTabKeyNavigation(false);
     m_grid1->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     m_grid1->horizontalHeader()->setStretchLastSection(true);
     m_grid1->setColumnWidth(ModelloQuote::ColProdotto, 15 * c);

@@ -8,6 +8,7 @@
 #include "distinte/InsDist.h"
 #include "frame/core/Valore.h"
 #include "frame/ui/Modale.h"
+#include "store/Schema.h"
 #include "tables/GesCategorie.h"
 #include "tables/GesProd.h"
 #include "tables/ModelloProdotti.h"
@@ -64,8 +65,59 @@ protected:
                           QPoint(h->sectionViewportPosition(colonna) + 4, 4));
         Attendi();
     }
+    // Tab from the field in focus reaches every control of the face in
+    // view, each with a name for the screen reader.
+    void TabSulleFacce(QWidget *faccia)
+    {
+        QSet<QWidget *> visti;
+        for (QWidget *w = QApplication::focusWidget(); w && !visti.contains(w);
+             w = QApplication::focusWidget()) {
+            visti.insert(w);
+            QTest::keyClick(w, Qt::Key_Tab);
+            Attendi();
+        }
+        for (QWidget *w : faccia->findChildren<QWidget *>()) {
+            const bool controllo = qobject_cast<QLineEdit *>(w) || qobject_cast<QComboBox *>(w)
+                                   || qobject_cast<QAbstractButton *>(w)
+                                   || qobject_cast<QAbstractItemView *>(w);
+            // The parts of a grid or a combo are the control's own.
+            const bool parte = qobject_cast<QComboBox *>(w->parent())
+                               || qobject_cast<QAbstractItemView *>(w->parent())
+                               || qobject_cast<QAbstractItemView *>(w->parentWidget()
+                                                                        ? w->parentWidget()->parent()
+                                                                        : nullptr);
+            if (!controllo || !w->isVisible() || parte)
+                continue;
+            EXPECT_TRUE(visti.contains(w)) << w->metaObject()->className() << ' '
+                                           << qPrintable(w->objectName());
+            const bool nome = !w->accessibleName().isEmpty() || qobject_cast<QAbstractButton *>(w);
+            EXPECT_TRUE(nome || Etichettato(w)) << qPrintable(w->objectName());
+        }
+    }
+    static bool Etichettato(QWidget *w)
+    {
+        for (QLabel *l : w->window()->findChildren<QLabel *>())
+            if (l->buddy() == w)
+                return true;
+        return false;
+    }
     std::unique_ptr<GesProd> m_gp;
 };
+
+TEST_F(SchermoProdotti, OgniControlloSulGiroDelTab)
+{
+    GesProd &g = Apri();
+    QApplication::setActiveWindow(&g);
+    g.Check1()->setChecked(true);
+    Scrivi(g.CodTab(), "BTP");
+    TabSulleFacce(g.Picture1());
+    Scrivi(g.CodTab(), "BTP01");
+    g.Premi_cmdRt(1);
+    Attendi();
+    ASSERT_TRUE(g.Picture2()->isVisible());
+    TabSulleFacce(g.Picture2());
+    EXPECT_TRUE(m_messaggi.testi().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
+}
 
 TEST_F(SchermoProdotti, ElencoRicercaPulsantiETestate)
 {
@@ -166,6 +218,21 @@ TEST_F(SchermoProdotti, SchedaControlliQuoteESalvataggio)
               QStringList{"USD|1|6|2"});
     EXPECT_EQ(Righe("SELECT MpCategoria, MpPercentuale FROM TabMultiPartner"),
               QStringList{"OBB|25"});
+}
+
+TEST_F(SchermoProdotti, SenzaTabellaDeiBuoniCattivi)
+{
+    Scrivi("DROP TABLE " + NomeSchema(Archivio::Dati) + ".TabBuoCat");
+    QString pannello;
+    installaGestoreModale([&](QDialog &d) {
+        pannello = QString::fromLatin1(d.metaObject()->className());
+        return 0;
+    });
+    Apri();
+    installaGestoreModale({});
+    EXPECT_EQ(m_messaggi.testi(), QStringList{"ATTENZIONE: non esiste la tabella dei "
+                                              "Buoni-Cattivi\nContattare ZERLO sas"});
+    EXPECT_EQ(pannello, "sorvane::InfZerlo");
 }
 
 TEST_F(SchermoProdotti, EditorCategoriaRiempieIlCombo)

@@ -110,6 +110,18 @@ TEST_F(RegoleProdotti, DuplicaCopiaQuoteEListaEsportataFinoA200)
     EXPECT_EQ(Conta("SELECT COUNT(*) FROM TabProdExpo WHERE Codice = 'BTP01'"), 0);
 }
 
+TEST_F(RegoleProdotti, BuoniCattiviRiempitiQuandoVuoti)
+{
+    Scrivi("DELETE FROM TabBuoCat");
+    const std::optional<QList<VoceCombo>> voci = VociBuoniCattivi();
+    ASSERT_TRUE(voci);
+    ASSERT_EQ(voci->size(), 10);
+    EXPECT_EQ(voci->at(0).testo, "0 - DA ESCLUDERE");
+    EXPECT_EQ(voci->at(9).testo, "9 - Ripartito");
+    EXPECT_EQ(DescrizioneGruppo("B"), "BILANCIATI");
+    EXPECT_EQ(DescrizioneGruppo("Z"), "******");
+}
+
 class EliminaProdotti : public ProvaProdotti
 {
 protected:
