@@ -56,9 +56,9 @@ GesProd::GesProd(QWidget *padre, std::int16_t azione) : QDialog(padre), m_azione
     auto &t = tabelle();
     const QString codice = t.CodiceCercato;
     const QString descrizione = t.DescrizioneCercata;
+    m_ricerca = m_codTab;
     m_check1->setChecked((m_azione > 1 ? m_azione - 2 : m_azione) == 1);
     riempiCombo();
-    m_ricerca = m_codTab;
     if (AltriSchermiAperti(this)) {
         if (!descrizione.trimmed().isEmpty()) {
             m_ricerca = m_descTab;

@@ -220,6 +220,22 @@ TEST_F(SchermoProdotti, SchedaControlliQuoteESalvataggio)
               QStringList{"OBB|25"});
 }
 
+TEST_F(SchermoProdotti, UnaSolaVoltaIlSalvataggioELaRisposta)
+{
+    tabelle().CodiceCercato.clear();
+    GesProd g(nullptr, 3); // "Gestione" and one shot
+    g.show();
+    Attendi();
+    EXPECT_TRUE(g.Check1()->isChecked());
+    Scrivi(g.CodTab(), "BTP01");
+    g.Premi_cmdRt(1);
+    Scrivi(g.Des2(), "BTP NUOVO");
+    g.Premi_CmdT(0);
+    EXPECT_EQ(g.result(), QDialog::Accepted);
+    EXPECT_EQ(tabelle().CodiceCercato, "BTP01");
+    EXPECT_EQ(tabelle().DescrizioneCercata, "BTP NUOVO");
+}
+
 TEST_F(SchermoProdotti, SenzaTabellaDeiBuoniCattivi)
 {
     Scrivi("DROP TABLE " + NomeSchema(Archivio::Dati) + ".TabBuoCat");
