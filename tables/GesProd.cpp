@@ -39,11 +39,16 @@ namespace {
 
 const QString ChiaveGriglia = QStringLiteral("GesProd");
 
-int LarghezzaCampo(const QString &campo, int massimo)
+// A search box takes the field's whole width, and shows at most `massimo`
+// characters of it at once.
+void Dimensiona(QLineEdit *box, const QString &campo, int massimo, int extra)
 {
     const Tabella *t = TrovaTabella(QStringLiteral("TabProdotti"));
     const Colonna *c = t ? t->colonna(campo) : nullptr;
-    return std::min(c && c->larghezza > 0 ? c->larghezza : massimo, massimo);
+    const int larghezza = c && c->larghezza > 0 ? c->larghezza : massimo;
+    box->setMaxLength(larghezza);
+    box->setFixedWidth(std::min(larghezza, massimo) * box->fontMetrics().averageCharWidth()
+                       + extra);
 }
 
 } // namespace
@@ -118,14 +123,12 @@ QWidget *GesProd::costruisciElenco()
     auto *lcod = new QLabel(QStringLiteral("C&odice"), p);
     m_codTab = new QLineEdit(p);
     m_codTab->setObjectName(QStringLiteral("CodTab"));
-    m_codTab->setMaxLength(LarghezzaCampo(QStringLiteral("Codice"), 10));
-    m_codTab->setFixedWidth((m_codTab->maxLength() + 2) * c + 12);
+    Dimensiona(m_codTab, QStringLiteral("Codice"), 10, 2 * c + 12);
     lcod->setBuddy(m_codTab);
     auto *ldesc = new QLabel(QStringLiteral("&Descrizione"), p);
     m_descTab = new QLineEdit(p);
     m_descTab->setObjectName(QStringLiteral("DescTab"));
-    m_descTab->setMaxLength(LarghezzaCampo(QStringLiteral("Descrizione"), 50));
-    m_descTab->setFixedWidth((m_descTab->maxLength() + 2) * c + 14);
+    Dimensiona(m_descTab, QStringLiteral("Descrizione"), 50, 2 * c + 14);
     ldesc->setBuddy(m_descTab);
     m_chkClose = new QCheckBox(QStringLiteral("C&hiusi"), p);
     m_chkClose->setObjectName(QStringLiteral("chkClose"));

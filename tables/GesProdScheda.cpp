@@ -376,6 +376,8 @@ Prodotto GesProd::prodottoDelModulo() const
     p.Categoria = m_cmbCateg->currentData().toString();
     p.Gruppo = m_cmbGruppi->currentText().left(1);
     p.Moneta = m_txt[CampoMonetaProdotto]->text().trimmed().toUpper();
+    if (p.Moneta.isEmpty())
+        p.Moneta = impostazioni().CodBase;
     p.ISIN = m_txt[CampoISIN]->text().trimmed();
     QVariant *date[3] = {&p.EmissioneDat, &p.AcquistoDat, &p.ScadenzaDat};
     double *prezzi[3] = {&p.EmissioneImp, &p.AcquistoImp, &p.ScadenzaImp};
