@@ -13,9 +13,6 @@
 #include "frame/ui/Schermo.h"
 #include "lookup/CercaClienteCampo.h"
 #include "store/Tabelle.h"
-#include "tables/GesCambi.h"
-#include "tables/GesProd.h"
-#include "tables/GesTabel.h"
 
 #include <QComboBox>
 #include <QFocusEvent>
@@ -104,23 +101,7 @@ void InsDist::ApriRicercaCampo()
         m_apriRicerca = false;
         m_txt[scelto ? CampoCausale : CampoCodiceCliente]->setFocus(Qt::OtherFocusReason);
     }
-    if (m_campoAttivo == CampoMoneta) {
-        // The field is left for the picker and checked on its return.
-        m_apriRicerca = true;
-        ScegliMonetaDelCampo(m_txt[CampoMoneta], m_controllo->DataMovimento);
-        m_apriRicerca = false;
-        m_txt[CampoMoneta]->setFocus(Qt::OtherFocusReason);
-    }
-    if (m_campoAttivo == CampoCausale) {
-        // The same for the reason's lookup.
-        m_apriRicerca = true;
-        CercaCausale(m_txt[CampoCausale]);
-        m_apriRicerca = false;
-        m_txt[CampoCausale]->setFocus(Qt::OtherFocusReason);
-    }
-    // And the product master on a product field.
-    if (m_campoAttivo >= CampoPrimoProdotto && m_campoAttivo <= CampoUltimoGiro)
-        CercaProdotto(m_txt[m_campoAttivo], &m_apriRicerca);
+    CercaDalCampoMovimento(m_txt, m_campoAttivo, m_controllo->DataMovimento, m_apriRicerca);
 }
 
 void InsDist::fuocoEntrato(int indice)

@@ -9,6 +9,9 @@
 #include "store/Connessione.h"
 #include "store/Griglie.h"
 #include "store/Recordset.h"
+#include "tables/GesCambi.h"
+#include "tables/GesProd.h"
+#include "tables/GesTabel.h"
 
 #include <QComboBox>
 #include <QFocusEvent>
@@ -376,6 +379,24 @@ void ScaricaSchermo(Schermo *regole, std::initializer_list<Recordset *> tabelle,
     SalvaFinestra(regole->schermo());
     if (!sessione().ModoProva)
         FineProgramma();
+}
+
+void CercaDalCampoMovimento(const QList<QLineEdit *> &txt, int campo, const QString &data,
+                            bool &inRicerca)
+{
+    if (campo >= CampoPrimoProdotto && campo <= CampoUltimoGiro) {
+        CercaProdotto(txt[campo], &inRicerca);
+        return;
+    }
+    if (campo != CampoMoneta && campo != CampoCausale)
+        return;
+    inRicerca = true;
+    if (campo == CampoMoneta)
+        ScegliMonetaDelCampo(txt[campo], data);
+    else
+        CercaCausale(txt[campo]);
+    inRicerca = false;
+    txt[campo]->setFocus(Qt::OtherFocusReason);
 }
 
 } // namespace sorvane

@@ -145,4 +145,11 @@ void PrimaVista(QWidget *schermo, bool &attivato, bool caricato, QWidget *primo)
 void ScaricaSchermo(Schermo *regole, std::initializer_list<Recordset *> tabelle,
                     QTableView *griglia = nullptr, const QString &chiave = QString());
 
+// F4 on the movement's own fields, alike on both slip screens: the rates'
+// picker on the currency, the reasons' table on the reason, the product
+// master on a product or switch code. The field is left for the lookup
+// (inRicerca holds its check back) and takes the focus again after it.
+void CercaDalCampoMovimento(const QList<QLineEdit *> &txt, int campo, const QString &data,
+                            bool &inRicerca);
+
 } // namespace sorvane
