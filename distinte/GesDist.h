@@ -118,7 +118,7 @@ private:
     void PulisciFiltri();
     void AggiornaPulsanti();
     FiltroDistinte filtro() const;
-    bool caricaLista(const QString &ordine);
+    bool caricaLista(const OrdineLista &ordine);
     Posto posto() const;
     void ripristina(const Posto &p);
     void aggiorna();
@@ -161,7 +161,7 @@ private:
 
     CondizioneDistinte m_condizione; // the last extraction's WHERE
     FiltroDistinte m_filtro;         // and the filter it came from
-    QString m_ordine;                // the list's order in hand
+    OrdineLista m_ordine;            // the list's order in hand
     int m_indiceDitta = 0;           // cmbSoc(1)'s index, to see a change
     std::int32_t m_codiceMovimento = 0;
     std::optional<Movimento> m_originale; // the movement in the form, marks and all

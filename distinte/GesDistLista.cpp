@@ -48,16 +48,15 @@ void GesDist::EstraiDistinte()
 {
     m_filtro = filtro();
     m_condizione = CondizioneEstrazione(m_filtro, GiornoOggi());
-    caricaLista(OrdineDistinte());
+    caricaLista(OrdineLista());
     AggiornaPulsanti();
 }
 
-bool GesDist::caricaLista(const QString &ordine)
+bool GesDist::caricaLista(const OrdineLista &ordine)
 {
     m_ordine = ordine;
     QString errore;
-    const bool riuscita =
-        m_data1->Carica(QueryGestione(m_condizione, ordine), m_condizione.parametri, &errore);
+    const bool riuscita = m_data1->CaricaPagine(m_condizione, ordine, &errore);
     if (!riuscita)
         Messaggio(QStringLiteral("ERRORE IN ESTRAZIONE DEI MOVIMENTI\n") + errore, QString(),
                   Icona::Stop);
@@ -68,10 +67,10 @@ bool GesDist::caricaLista(const QString &ordine)
 void GesDist::OrdinaColonna(int colonna, bool discendente)
 {
     // Before the first extraction the list has nothing to order.
-    const QString ordine = OrdineColonna(colonna, discendente);
-    if (m_condizione.vuota() || ordine.isEmpty())
+    const std::optional<OrdineLista> ordine = OrdineDellaColonna(colonna, discendente);
+    if (m_condizione.vuota() || !ordine)
         return;
-    caricaLista(ordine);
+    caricaLista(*ordine);
     AggiornaPulsanti();
 }
 

@@ -3,7 +3,12 @@
 #include "frame/core/Campi.h"
 #include "frame/core/Giorni.h"
 #include "frame/core/Valore.h"
+#include "store/Connessione.h"
 #include "store/Transazione.h"
+
+#include <QHash>
+#include <QSqlError>
+#include <QStringList>
 
 namespace sorvane {
 
@@ -21,6 +26,117 @@ const QString CampiGriglia = QStringLiteral(
     " Distinte.dstCodP0, Distinte.dstCodP1, Distinte.dstCodP2, Distinte.dstCodP3,"
     " Distinte.dstCodP4, Descrizione, Distinte.dstMoneta, Distinte.dstImporto,"
     " Distinte.dstAssegno, Distinte.dstBanca, Distinte.dstChiusa, Distinte.dstSpeseUT");
+
+// The field of `Distinte`, `Clienti` or `DistCausali` that a grid column
+// shows; empty for the codes.
+QString CampoDellaColonna(int colonna)
+{
+    switch (colonna) {
+    case GesPrg: return QStringLiteral("dstCodice");
+    case GesRiga: return QStringLiteral("dstPrg");
+    case GesData: return QStringLiteral("dstData");
+    case GesNominativo: return QStringLiteral("CliRagsoc");
+    case GesCausale: return QStringLiteral("Descrizione");
+    case GesMoneta: return QStringLiteral("dstMoneta");
+    case GesImporto: return QStringLiteral("dstImporto");
+    case GesAssegno: return QStringLiteral("dstAssegno");
+    case GesBanca: return QStringLiteral("dstBanca");
+    case GesChiusa: return QStringLiteral("dstChiusa");
+    case GesSpese: return QStringLiteral("dstSpeseUT");
+    default: return {};
+    }
+}
+
+// A sorted field of a joined table: its table, the table's code, the
+// movement's column holding that code, the table's index on the field and
+// the join of the third table.
+struct Legame
+{
+    const char *tabella;
+    const char *codice;
+    const char *legame;
+    const char *indice;
+    QString altra;
+};
+
+const QString UnisciClienti =
+    QStringLiteral(" CROSS JOIN Clienti ON Clienti.CliCodice = Distinte.dstCliente");
+const QString UnisciCausali =
+    QStringLiteral(" CROSS JOIN DistCausali ON Distinte.dstCausale = DistCausali.Codice");
+
+const Legame *LegameDi(const QString &campo)
+{
+    static const Legame cliente{"Clienti", "CliCodice", "dstCliente", "Clienti_ragsoc",
+                                UnisciCausali};
+    static const Legame causale{"DistCausali", "Codice", "dstCausale", "DistCausali_secondaria",
+                                UnisciClienti};
+    if (campo == QLatin1String("CliRagsoc"))
+        return &cliente;
+    if (campo == QLatin1String("Descrizione"))
+        return &causale;
+    return nullptr;
+}
+
+// The tie-breaks after a field, as grid columns and as SQL.
+QList<int> ColonneSpareggio(const QString &campo)
+{
+    if (campo == QLatin1String("dstData"))
+        return {GesPrg, GesRiga};
+    return {GesData, GesPrg, GesRiga};
+}
+
+QString ElencoSpareggio(const QString &campo)
+{
+    QStringList nomi;
+    for (int c : ColonneSpareggio(campo))
+        nomi.append(QStringLiteral("Distinte.") + CampoDellaColonna(c));
+    return nomi.join(QStringLiteral(", "));
+}
+
+// The index of `Distinte` that a field's pages walk (see the schema).
+QString IndiceOrdine(const QString &campo)
+{
+    static const QHash<QString, QString> indici{
+        {QStringLiteral("dstData"), QStringLiteral("data")},
+        {QStringLiteral("CliRagsoc"), QStringLiteral("cliente")},
+        {QStringLiteral("Descrizione"), QStringLiteral("causale")},
+        {QStringLiteral("dstImporto"), QStringLiteral("importo")},
+        {QStringLiteral("dstAssegno"), QStringLiteral("assegno")},
+        {QStringLiteral("dstBanca"), QStringLiteral("banca")},
+        {QStringLiteral("dstSpeseUT"), QStringLiteral("spese")}};
+    return QStringLiteral("Distinte_ordine_") + indici.value(campo);
+}
+
+// The joins of a group's rows: the movements along the field's index, then
+// their client and reason. The order of the loops is fixed, and so is the
+// index, as the filter's date range would otherwise draw the planner to
+// the date's index and a walk of the whole ledger for a small group.
+QString DaiMovimenti(const QString &campo)
+{
+    return QStringLiteral(" FROM Distinte INDEXED BY ") + IndiceOrdine(campo) + UnisciClienti
+           + UnisciCausali;
+}
+
+// The joins that find the next group: a joined table's field is walked on
+// that table's index, each value's movements along the code's index.
+QString DaiGruppi(const QString &campo)
+{
+    const Legame *l = LegameDi(campo);
+    if (!l)
+        return DaiMovimenti(campo);
+    return QStringLiteral(" FROM %1 INDEXED BY %2 CROSS JOIN Distinte INDEXED BY %3"
+                          " ON Distinte.%4 = %1.%5")
+               .arg(QString::fromLatin1(l->tabella), QString::fromLatin1(l->indice),
+                    IndiceOrdine(campo), QString::fromLatin1(l->legame),
+                    QString::fromLatin1(l->codice))
+           + l->altra;
+}
+
+QString Dove(const CondizioneDistinte &condizione, const QString &altro)
+{
+    return condizione.vuota() ? QStringLiteral(" WHERE ") + altro
+                              : condizione.where + QStringLiteral(" AND ") + altro;
+}
 
 QString NomeFetta(int i) { return QStringLiteral("dstCodP") + QString::number(i); }
 
@@ -95,23 +211,188 @@ QString OrdinePer(const QString &campo, bool discendente)
            + (discendente ? QStringLiteral(" DESC") : QStringLiteral(" ASC")) + coda;
 }
 
-QString OrdineColonna(int colonna, bool discendente)
+bool ColonnaDiTestata(int colonna)
 {
     switch (colonna) {
-    case GesData: return OrdinePer(QStringLiteral("dstData"), discendente);
-    case GesNominativo: return OrdinePer(QStringLiteral("CliRagsoc"), discendente);
-    case GesCausale: return OrdinePer(QStringLiteral("Descrizione"), discendente);
-    case GesImporto: return OrdinePer(QStringLiteral("dstImporto"), discendente);
-    case GesAssegno: return OrdinePer(QStringLiteral("dstAssegno"), discendente);
-    case GesBanca: return OrdinePer(QStringLiteral("dstBanca"), discendente);
-    case GesSpese: return OrdinePer(QStringLiteral("dstSpeseUT"), discendente);
-    default: return {};
+    case GesData:
+    case GesNominativo:
+    case GesCausale:
+    case GesImporto:
+    case GesAssegno:
+    case GesBanca:
+    case GesSpese:
+        return true;
+    default:
+        return false;
     }
+}
+
+QString OrdineColonna(int colonna, bool discendente)
+{
+    return ColonnaDiTestata(colonna) ? OrdinePer(CampoDellaColonna(colonna), discendente)
+                                     : QString();
+}
+
+std::optional<OrdineLista> OrdineDellaColonna(int colonna, bool discendente)
+{
+    const QString clausola = OrdineColonna(colonna, discendente);
+    if (clausola.isEmpty())
+        return std::nullopt;
+    OrdineLista o;
+    o.campo = CampoDellaColonna(colonna);
+    o.discendente = discendente;
+    o.clausola = clausola;
+    return o;
 }
 
 QString QueryGestione(const CondizioneDistinte &condizione, const QString &ordine)
 {
     return CampiGriglia + Origine + condizione.where + ordine;
+}
+
+PagineDistinte::PagineDistinte(CondizioneDistinte condizione, OrdineLista ordine)
+    : m_condizione(std::move(condizione)), m_ordine(std::move(ordine))
+{
+    for (int c = 0; c < ColonneGestione; ++c) {
+        if (CampoDellaColonna(c) == m_ordine.campo)
+            m_colonna = c;
+    }
+}
+
+QString PagineDistinte::colonnaChiave() const
+{
+    if (const Legame *l = LegameDi(m_ordine.campo))
+        return QString::fromLatin1(l->tabella) + QLatin1Char('.') + m_ordine.campo;
+    return QStringLiteral("Distinte.") + m_ordine.campo;
+}
+
+bool PagineDistinte::esegui(const QString &sql, const QVariantList &valori, QSqlQuery *q,
+                            QString *errore) const
+{
+    q->setForwardOnly(true);
+    bool riuscita = q->prepare(sql);
+    for (const QVariant &v : valori)
+        q->addBindValue(v);
+    riuscita = riuscita && q->exec();
+    if (!riuscita && errore)
+        *errore = TestoErroreSqlite(q->lastError());
+    return riuscita;
+}
+
+bool PagineDistinte::gruppoSeguente(QString *errore)
+{
+    m_ultime.clear();
+    const bool discendente = m_ordine.discendente;
+    // Ascending, the NULL group comes first; descending, last.
+    const bool cercaValore = m_stato == Stato::Valore
+                             || (m_stato == Stato::Inizio && discendente)
+                             || (m_stato == Stato::Nulli && !discendente);
+    if (!cercaValore) {
+        m_stato = m_stato == Stato::Inizio ? Stato::Nulli : Stato::Fine;
+        return true;
+    }
+    const QString chiave = colonnaChiave();
+    QString condizione = chiave + QStringLiteral(" IS NOT NULL");
+    QVariantList valori = m_condizione.parametri;
+    if (m_stato == Stato::Valore) {
+        condizione = chiave + (discendente ? QStringLiteral(" < ?") : QStringLiteral(" > ?"));
+        valori.append(m_valore);
+    }
+    QSqlQuery q(Db());
+    const QString sql = QStringLiteral("SELECT ") + chiave + DaiGruppi(m_ordine.campo)
+                        + Dove(m_condizione, condizione) + QStringLiteral(" ORDER BY ") + chiave
+                        + (discendente ? QStringLiteral(" DESC") : QString())
+                        + QStringLiteral(" LIMIT 1");
+    if (!esegui(sql, valori, &q, errore))
+        return false;
+    if (q.next()) {
+        m_stato = Stato::Valore;
+        m_valore = q.value(0);
+    } else {
+        m_stato = discendente ? Stato::Nulli : Stato::Fine;
+    }
+    q.finish();
+    return true;
+}
+
+bool PagineDistinte::righeDelGruppo(int quante, QList<QVariantList> *righe, QString *errore)
+{
+    QVariantList valori = m_condizione.parametri;
+    QString condizione;
+    const bool nulli = m_stato == Stato::Nulli;
+    if (const Legame *l = LegameDi(m_ordine.campo)) {
+        // The group's codes: the movements' index on the code is walked in
+        // the tie-breaks' order, with no sort of the whole group.
+        QSqlQuery codici(Db());
+        const QString sql = QStringLiteral("SELECT %1 FROM %2 WHERE %3")
+                                .arg(QString::fromLatin1(l->codice),
+                                     QString::fromLatin1(l->tabella), m_ordine.campo)
+                            + (nulli ? QStringLiteral(" IS NULL") : QStringLiteral(" = ?"));
+        if (!esegui(sql, nulli ? QVariantList() : QVariantList{m_valore}, &codici, errore))
+            return false;
+        QStringList segnaposti;
+        while (codici.next()) {
+            valori.append(codici.value(0));
+            segnaposti.append(QStringLiteral("?"));
+        }
+        if (segnaposti.isEmpty())
+            return true;
+        condizione = QStringLiteral("Distinte.") + QString::fromLatin1(l->legame)
+                     + QStringLiteral(" IN (") + segnaposti.join(QLatin1Char(',')) + QLatin1Char(')');
+    } else {
+        condizione = colonnaChiave() + (nulli ? QStringLiteral(" IS NULL") : QStringLiteral(" = ?"));
+        if (!nulli)
+            valori.append(m_valore);
+    }
+    const QList<int> spareggi = ColonneSpareggio(m_ordine.campo);
+    const QString elenco = ElencoSpareggio(m_ordine.campo);
+    if (!m_ultime.isEmpty()) {
+        QStringList segnaposti;
+        for (const QVariant &v : std::as_const(m_ultime)) {
+            valori.append(v);
+            segnaposti.append(QStringLiteral("?"));
+        }
+        condizione += QStringLiteral(" AND (") + elenco + QStringLiteral(") > (")
+                      + segnaposti.join(QStringLiteral(", ")) + QLatin1Char(')');
+    }
+    valori.append(quante);
+    QSqlQuery q(Db());
+    const QString sql = CampiGriglia + DaiMovimenti(m_ordine.campo)
+                        + Dove(m_condizione, condizione) + QStringLiteral(" ORDER BY ") + elenco + QStringLiteral(" LIMIT ?");
+    if (!esegui(sql, valori, &q, errore))
+        return false;
+    const qsizetype prima = righe->size();
+    while (q.next()) {
+        QVariantList riga;
+        riga.reserve(ColonneGestione);
+        for (int c = 0; c < ColonneGestione; ++c)
+            riga.append(q.value(c));
+        righe->append(riga);
+    }
+    q.finish();
+    if (righe->size() > prima) {
+        const QVariantList &ultima = righe->constLast();
+        m_ultime.clear();
+        for (int c : spareggi)
+            m_ultime.append(ultima[c]);
+    }
+    return true;
+}
+
+bool PagineDistinte::Prossime(int quante, QList<QVariantList> *righe, QString *errore)
+{
+    const qsizetype fine = righe->size() + quante;
+    if (m_stato == Stato::Inizio && !gruppoSeguente(errore))
+        return false;
+    while (m_stato != Stato::Fine && righe->size() < fine) {
+        const qsizetype prima = righe->size();
+        if (!righeDelGruppo(int(fine - prima), righe, errore))
+            return false;
+        // A group that gave fewer rows than asked has no more.
+        if (righe->size() < fine && !gruppoSeguente(errore))
+            return false;
+    }
+    return true;
 }
 
 QString QueryStampaDistinte(const CondizioneDistinte &condizione)

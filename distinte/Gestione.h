@@ -8,7 +8,10 @@
 
 #include "distinte/Movimento.h"
 
+#include <QList>
+#include <QSqlQuery>
 #include <QString>
+#include <QVariant>
 #include <QVariantList>
 #include <array>
 #include <cstdint>
@@ -67,13 +70,66 @@ QString OrdineDistinte(); // " ORDER BY dstData, dstCodice, dstPrg"
 // The order of a heading's field in that direction, with the tie-breaks
 // of the slip lists: date, movement, row.
 QString OrdinePer(const QString &campo, bool discendente);
+// The movement's header fields: the columns a heading sorts, which a
+// second row leaves blank and a closed movement paints blue.
+bool ColonnaDiTestata(int colonna);
 // The order a heading asks for, with its tie-breaks; empty for a column
 // that does not sort (the row mark, the codes, the currency, the closed
 // mark).
 QString OrdineColonna(int colonna, bool discendente);
 
+// A list order: the field it sorts on (a grid column's), its direction,
+// and its ORDER BY clause with the tie-breaks.
+struct OrdineLista
+{
+    QString campo = QStringLiteral("dstData");
+    bool discendente = false;
+    QString clausola = OrdineDistinte();
+};
+// The order a heading asks for; nothing for a column that does not sort.
+std::optional<OrdineLista> OrdineDellaColonna(int colonna, bool discendente);
+
 // The query of the list: one column per grid column, in grid order.
 QString QueryGestione(const CondizioneDistinte &condizione, const QString &ordine);
+
+// The list's rows a page at a time, in the order of the whole query, each
+// page read from where the last one ended, so that a page costs the same
+// at the top as far down. Rows come group by group, a group being the rows
+// that share the sorted field's value (NULL first ascending, last
+// descending); within a group they follow the tie-breaks, and a page
+// resumes after the last row's keys. A group of the client's name or of
+// the reason's description is read through the codes that carry it, so
+// that each group is a walk of the movements' index on that code.
+class PagineDistinte
+{
+public:
+    PagineDistinte(CondizioneDistinte condizione, OrdineLista ordine);
+
+    // Up to `quante` further rows, one value per grid column; fewer at the
+    // end. False with the engine's words in *errore when a statement fails.
+    bool Prossime(int quante, QList<QVariantList> *righe, QString *errore = nullptr);
+    bool Finite() const { return m_stato == Stato::Fine; }
+    // No further rows (after a page that failed).
+    void Termina() { m_stato = Stato::Fine; }
+    const CondizioneDistinte &Condizione() const { return m_condizione; }
+    const OrdineLista &Ordine() const { return m_ordine; }
+
+private:
+    enum class Stato { Inizio, Nulli, Valore, Fine };
+
+    bool righeDelGruppo(int quante, QList<QVariantList> *righe, QString *errore);
+    bool gruppoSeguente(QString *errore);
+    QString colonnaChiave() const;
+    bool esegui(const QString &sql, const QVariantList &valori, QSqlQuery *q,
+                QString *errore) const;
+
+    CondizioneDistinte m_condizione;
+    OrdineLista m_ordine;
+    int m_colonna = GesData;        // the grid column holding the field
+    Stato m_stato = Stato::Inizio;  // the group in hand
+    QVariant m_valore;              // its value when Stato::Valore
+    QVariantList m_ultime;          // the tie-break values of its last row given
+};
 // The query of the print: every field of `Distinte` with the client's
 // name, the reason's words and its sign, in the list's usual order.
 QString QueryStampaDistinte(const CondizioneDistinte &condizione);

@@ -17,6 +17,11 @@ namespace sorvane {
 
 namespace {
 
+// Rows read at once: a screenful and more at the first reading, so that
+// the grid opens full, then as many again each time it reaches the end.
+constexpr int PrimaPagina = 128;
+constexpr int Pagina = 256;
+
 const char *const Titoli[ColonneGestione] = {
     "PRG",  "T",       "DATA", "NOMINATIVO", "COD.",    "COD.",  "COD.",   "COD.",
     "COD.", "CAUSALE", "MON",  "IMPORTO",    "ASSEGNO", "BANCA", "Chiusa", "Spese UT"};
@@ -29,23 +34,6 @@ const QColor Nero(0x00, 0x00, 0x00);
 bool ColonnaCodice(int colonna)
 {
     return colonna >= GesPrimoCodice && colonna <= GesUltimoCodice;
-}
-
-// The header cells that a second row hides and a closed movement paints blue.
-bool ColonnaTestata(int colonna)
-{
-    switch (colonna) {
-    case GesData:
-    case GesNominativo:
-    case GesCausale:
-    case GesImporto:
-    case GesAssegno:
-    case GesBanca:
-    case GesSpese:
-        return true;
-    default:
-        return false;
-    }
 }
 
 } // namespace
@@ -73,6 +61,8 @@ bool ModelloDistinte::Carica(const QString &query, const QVariantList &parametri
 {
     m_query = query;
     m_parametri = parametri;
+    m_pagine.reset();
+    m_righe.clear();
     QSqlQuery q(Db());
     bool riuscita = q.prepare(query);
     for (const QVariant &valore : parametri)
@@ -88,6 +78,72 @@ bool ModelloDistinte::Carica(const QString &query, const QVariantList &parametri
     return !lastError().isValid();
 }
 
+bool ModelloDistinte::CaricaPagine(const CondizioneDistinte &condizione,
+                                   const OrdineLista &ordine, QString *errore)
+{
+    // The statement without rows gives the grid and the export the
+    // columns' names; the rows come from the pages.
+    if (!Carica(QueryGestione(condizione, ordine.clausola) + QStringLiteral(" LIMIT 0"),
+                condizione.parametri, errore))
+        return false;
+    m_query = QueryGestione(condizione, ordine.clausola);
+    m_pagine = std::make_unique<PagineDistinte>(condizione, ordine);
+    QString motivo;
+    QList<QVariantList> righe;
+    if (!m_pagine->Prossime(PrimaPagina, &righe, &motivo)) {
+        if (errore)
+            *errore = motivo;
+        clear();
+        return false;
+    }
+    beginResetModel();
+    m_righe = std::move(righe);
+    endResetModel();
+    return true;
+}
+
+void ModelloDistinte::clear()
+{
+    m_pagine.reset();
+    m_righe.clear();
+    QSqlQueryModel::clear();
+}
+
+int ModelloDistinte::rowCount(const QModelIndex &padre) const
+{
+    if (!m_pagine)
+        return QSqlQueryModel::rowCount(padre);
+    return padre.isValid() ? 0 : int(m_righe.size());
+}
+
+bool ModelloDistinte::canFetchMore(const QModelIndex &padre) const
+{
+    if (!m_pagine)
+        return QSqlQueryModel::canFetchMore(padre);
+    return !padre.isValid() && !m_pagine->Finite();
+}
+
+void ModelloDistinte::fetchMore(const QModelIndex &padre)
+{
+    if (!m_pagine) {
+        QSqlQueryModel::fetchMore(padre);
+        return;
+    }
+    if (padre.isValid() || m_pagine->Finite())
+        return;
+    QList<QVariantList> righe;
+    // A page that fails ends the list where it is; the rows shown stay.
+    const bool riuscita = m_pagine->Prossime(Pagina, &righe);
+    if (!righe.isEmpty()) {
+        const int prima = int(m_righe.size());
+        beginInsertRows(QModelIndex(), prima, prima + int(righe.size()) - 1);
+        m_righe.append(std::move(righe));
+        endInsertRows();
+    }
+    if (!riuscita)
+        m_pagine->Termina();
+}
+
 QSqlDatabase ModelloDistinte::DatabaseSql() const { return Db(); }
 
 void ModelloDistinte::Aggiorna(int righe)
@@ -95,7 +151,13 @@ void ModelloDistinte::Aggiorna(int righe)
     if (m_query.isEmpty())
         return;
     // A refresh that fails leaves an empty list; the screen goes on.
-    Carica(m_query, m_parametri);
+    if (m_pagine) {
+        const CondizioneDistinte condizione = m_pagine->Condizione();
+        const OrdineLista ordine = m_pagine->Ordine();
+        CaricaPagine(condizione, ordine);
+    } else {
+        Carica(m_query, m_parametri);
+    }
     CaricaFinoA(righe - 1);
 }
 
@@ -105,15 +167,21 @@ void ModelloDistinte::CaricaFinoA(int riga)
         fetchMore();
 }
 
-QString ModelloDistinte::grezzo(int riga, int colonna) const
+QVariant ModelloDistinte::valore(int riga, int colonna) const
 {
-    return QSqlQueryModel::data(index(riga, colonna), Qt::DisplayRole).toString();
+    if (!m_pagine)
+        return QSqlQueryModel::data(index(riga, colonna), Qt::DisplayRole);
+    if (riga < 0 || riga >= m_righe.size() || colonna < 0 || colonna >= ColonneGestione)
+        return {};
+    return m_righe[riga][colonna];
 }
 
-std::int32_t ModelloDistinte::Codice(int riga) const
+QString ModelloDistinte::grezzo(int riga, int colonna) const
 {
-    return QSqlQueryModel::data(index(riga, GesPrg), Qt::DisplayRole).toInt();
+    return valore(riga, colonna).toString();
 }
+
+std::int32_t ModelloDistinte::Codice(int riga) const { return valore(riga, GesPrg).toInt(); }
 
 QString ModelloDistinte::Prg(int riga) const { return grezzo(riga, GesRiga).trimmed(); }
 
@@ -127,11 +195,11 @@ QVariant ModelloDistinte::colore(int riga, int colonna) const
 {
     if (ColonnaCodice(colonna))
         return HaMarca(grezzo(riga, colonna)) ? QVariant(QBrush(Rosso)) : QVariant();
-    if (!ColonnaTestata(colonna))
+    if (!ColonnaDiTestata(colonna))
         return {};
     if (Prg(riga) != RigaPrincipale)
         return QBrush(Bianco);
-    const QString chiusa = TestoDaCampo(QSqlQueryModel::data(index(riga, GesChiusa)));
+    const QString chiusa = TestoDaCampo(valore(riga, GesChiusa));
     return QBrush(chiusa > QStringLiteral(" ") ? Blu : Nero);
 }
 
@@ -152,26 +220,30 @@ QVariant ModelloDistinte::data(const QModelIndex &indice, int ruolo) const
         return int(Qt::AlignLeft | Qt::AlignVCenter);
     case Qt::DisplayRole:
         break;
-    default:
+    case Qt::EditRole:
+        if (m_pagine)
+            return valore(indice.row(), colonna);
         return QSqlQueryModel::data(indice, ruolo);
+    default:
+        return m_pagine ? QVariant() : QSqlQueryModel::data(indice, ruolo);
     }
-    const QVariant valore = QSqlQueryModel::data(indice, Qt::DisplayRole);
+    const QVariant dato = valore(indice.row(), colonna);
     switch (colonna) {
     case GesData: {
-        const double giorno = CDbl(valore);
+        const double giorno = CDbl(dato);
         return giorno > 0 ? DataDaGiorno(giorno).toString(QStringLiteral("dd/MM/yyyy"))
                           : QString();
     }
     case GesImporto:
-        return Format(CDbl(valore), QStringLiteral("Standard"));
+        return Format(CDbl(dato), QStringLiteral("Standard"));
     case GesSpese: {
-        const double spese = CDbl(valore);
+        const double spese = CDbl(dato);
         return spese != 0 ? Format(spese, QStringLiteral("Standard")) : QString();
     }
     default:
         // A code shows bare: its mark is the colour.
-        return ColonnaCodice(colonna) ? TagliaMarca(valore.toString()).trimmed()
-                                      : valore.toString().trimmed();
+        return ColonnaCodice(colonna) ? TagliaMarca(dato.toString()).trimmed()
+                                      : dato.toString().trimmed();
     }
 }
 

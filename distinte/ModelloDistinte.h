@@ -13,6 +13,7 @@
 #include <QString>
 #include <QStyledItemDelegate>
 #include <QVariantList>
+#include <memory>
 
 namespace sorvane {
 
@@ -37,6 +38,11 @@ public:
     // Runs the query with its bound values on the data file; false with the
     // engine's words in *errore when it fails (the list is then empty).
     bool Carica(const QString &query, const QVariantList &parametri, QString *errore = nullptr);
+    // The list of `condizione` in `ordine`, read a page at a time
+    // (PagineDistinte) as the grid scrolls; Query() is then the whole
+    // statement, which the export and the print read.
+    bool CaricaPagine(const CondizioneDistinte &condizione, const OrdineLista &ordine,
+                      QString *errore = nullptr);
     // The same query again (Data1.Refresh), fetched at least to `righe`
     // rows when there are so many.
     void Aggiorna(int righe = 0);
@@ -53,17 +59,25 @@ public:
     std::int32_t Codice(int riga) const;
     QString Prg(int riga) const;
 
+    int rowCount(const QModelIndex &padre = QModelIndex()) const override;
+    bool canFetchMore(const QModelIndex &padre = QModelIndex()) const override;
+    void fetchMore(const QModelIndex &padre = QModelIndex()) override;
+    void clear() override;
     int columnCount(const QModelIndex &padre = QModelIndex()) const override;
     QVariant data(const QModelIndex &indice, int ruolo = Qt::DisplayRole) const override;
     QVariant headerData(int sezione, Qt::Orientation verso,
                         int ruolo = Qt::DisplayRole) const override;
 
 private:
+    QVariant valore(int riga, int colonna) const;
     QString grezzo(int riga, int colonna) const;
     QVariant colore(int riga, int colonna) const;
 
     QString m_query;
     QVariantList m_parametri;
+    // The paged list: its reader and the rows read so far.
+    std::unique_ptr<PagineDistinte> m_pagine;
+    QList<QVariantList> m_righe;
 };
 
 } // namespace sorvane

@@ -25,6 +25,14 @@ Indice Filtro(const char *nome, const QStringList &colonne)
     return {QString::fromLatin1(nome), colonne, false};
 }
 
+// An index of the management list's order on `campo`: "ordine_" + nome.
+Indice Ordine(const char *nome, const char *campo)
+{
+    return {QStringLiteral("ordine_") + QString::fromLatin1(nome),
+            {QString::fromLatin1(campo), "dstData", "dstCodice", "dstPrg", "dstChiusa"},
+            false};
+}
+
 Tabella Nuova(const char *nome, Archivio a, QList<Colonna> colonne, QList<Indice> indici)
 {
     Tabella t;
@@ -115,7 +123,15 @@ QList<Tabella> TabelleDati()
               {Chiave({"Codice"}), Secondaria({"Descrizione"})}),
         Nuova("Distinte", a, ColonneDistinta(),
               {Chiave({"dstCodice", "dstPrg"}), Filtro("data", {"dstData"}),
-               Filtro("cliente", {"dstCliente"})}),
+               Filtro("cliente", {"dstCliente"}),
+               // The management list reads a page at a time along these, one
+               // per sorted field (a client's or a reason's through its code),
+               // each followed by the list's tie-breaks; the closed mark last,
+               // so that the open ones are told from the index alone.
+               Filtro("ordine_data", {"dstData", "dstCodice", "dstPrg", "dstChiusa"}),
+               Ordine("cliente", "dstCliente"), Ordine("causale", "dstCausale"),
+               Ordine("importo", "dstImporto"), Ordine("assegno", "dstAssegno"),
+               Ordine("banca", "dstBanca"), Ordine("spese", "dstSpeseUT")}),
         Nuova("Distinte04", a,
               {I("dstCodice"), T("dstDitta", 35), I("dstData"), I("dstCliente"),
                T("dstCausale", 3), T("dstMoneta", 3), R("dstImporto"), T("dstCodP", 100)},

@@ -150,3 +150,81 @@ TEST_F(Gestione, UnGuastoNonLasciaNullaEIlSecondoSalvaUnaVolta)
     EXPECT_EQ(e.movimenti, 0);
     EXPECT_EQ(Valore("SELECT COUNT(*) FROM Distinte").toInt(), 5);
 }
+
+namespace {
+
+// A list read in pages of `passo` rows, as "movement/row".
+QStringList Paginata(const CondizioneDistinte &c, const OrdineLista &o, int passo)
+{
+    PagineDistinte pagine(c, o);
+    QList<QVariantList> righe;
+    while (!pagine.Finite()) {
+        const qsizetype prima = righe.size();
+        EXPECT_TRUE(pagine.Prossime(passo, &righe));
+        EXPECT_LE(righe.size() - prima, passo);
+    }
+    QStringList elenco;
+    for (const QVariantList &r : righe)
+        elenco.append(r[GesPrg].toString() + QLatin1Char('/') + r[GesRiga].toString());
+    return elenco;
+}
+
+} // namespace
+
+// Every heading's order read a few rows at a time gives the whole
+// statement's rows in its order: ties on every field, NULLs, two clients
+// of one name, two reasons of one description, under three filters.
+TEST_F(Gestione, LePagineSeguonoLOrdineDellIntera)
+{
+    Scrivi(QStringLiteral("INSERT INTO Clienti (CliCodice, CliRagsoc, CliRagsocEstesa, "
+                          "CliCategoria) VALUES (16, 'ROSSI MARIO', ' ', 'A'), "
+                          "(17, NULL, ' ', 'A')"));
+    Scrivi(QStringLiteral("INSERT INTO DistCausali VALUES ('XYZ', 'VERSAMENTO', '+'), "
+                          "('NUL', NULL, '+')"));
+    const QStringList causali{"001", "ABC", "XYZ", "NUL"};
+    for (int i = 1; i <= 45; ++i) {
+        RigaDistinta r = Riga(i, "0", Oggi - i % 6, 12 + i % 6, i % 2 ? "ALFA" : "BETA", {"P"},
+                              double(i % 4) * 10, i % 3 == 0 ? "S" : " ");
+        r.dstCausale = causali[i % 4];
+        r.dstAssegno = QString::number(i % 3);
+        r.dstBanca = i % 5 == 0 ? QStringLiteral("BPM") : QStringLiteral(" ");
+        r.dstSpeseUT = i % 3;
+        Semina(r);
+        if (i % 4 == 0) {
+            r.dstPrg = RigaGiro;
+            Semina(r);
+        }
+    }
+    Scrivi(QStringLiteral("UPDATE Distinte SET dstImporto = NULL WHERE dstCodice % 7 = 0"));
+    Scrivi(QStringLiteral("UPDATE Distinte SET dstBanca = NULL WHERE dstCodice % 5 = 1"));
+
+    FiltroDistinte tutti;
+    tutti.ancheChiusi = true;
+    FiltroDistinte aperti;
+    FiltroDistinte ditta = tutti;
+    ditta.ditta = QStringLiteral("ALFA");
+    for (const FiltroDistinte &f : {tutti, aperti, ditta}) {
+        const CondizioneDistinte c = CondizioneEstrazione(f, Oggi);
+        for (int colonna : {GesData, GesNominativo, GesCausale, GesImporto, GesAssegno, GesBanca,
+                            GesSpese}) {
+            for (bool discendente : {false, true}) {
+                const std::optional<OrdineLista> o = OrdineDellaColonna(colonna, discendente);
+                ASSERT_TRUE(o);
+                const QStringList intera = Righe(
+                    "SELECT dstCodice || '/' || dstPrg FROM (" + QueryGestione(c, o->clausola)
+                        + ")",
+                    c.parametri);
+                ASSERT_GT(intera.size(), 10);
+                for (int passo : {1, 4, 100})
+                    EXPECT_EQ(Paginata(c, *o, passo), intera)
+                        << colonna << ' ' << discendente << ' ' << passo << ' '
+                        << qPrintable(c.where);
+            }
+        }
+        EXPECT_EQ(Paginata(c, OrdineLista(), 3),
+                  Righe("SELECT dstCodice || '/' || dstPrg FROM ("
+                            + QueryGestione(c, OrdineDistinte()) + ")",
+                        c.parametri));
+    }
+    EXPECT_FALSE(OrdineDellaColonna(GesPrimoCodice, false));
+}
