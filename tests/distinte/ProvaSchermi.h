@@ -4,6 +4,7 @@
 // driven as the user drives it: keys to the widget in focus, clicks on the
 // grid's cells and headings.
 
+#include "support/Finestre.h"
 #include "ProvaDistinte.h"
 
 #include "frame/ui/Fine.h"
@@ -47,18 +48,10 @@ protected:
     {
         m_schermo = std::make_unique<Schermo>();
         m_schermo->resize(1220, 720);
-        m_schermo->show();
-        QApplication::setActiveWindow(m_schermo.get());
-        EXPECT_TRUE(QTest::qWaitForWindowActive(m_schermo.get()));
-        Attendi();
+        MostraAttiva(m_schermo.get());
         return *m_schermo;
     }
 
-    static void Attendi()
-    {
-        for (int i = 0; i < 5; ++i)
-            QApplication::processEvents();
-    }
     // A click, or the focus, and what follows from it.
     static void Premi(QAbstractButton *pulsante)
     {

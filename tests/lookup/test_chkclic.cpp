@@ -2,6 +2,7 @@
 // driven through its widgets: the live search, the months, the sort of the
 // headings, the choice of a client.
 
+#include "support/Finestre.h"
 #include "ProvaAnagrafiche.h"
 
 #include "lookup/ChkCliC.h"
@@ -48,16 +49,8 @@ protected:
     {
         m_schermo = std::make_unique<ChkCliC>();
         m_schermo->resize(1200, 700);
-        m_schermo->show();
-        QApplication::setActiveWindow(m_schermo.get());
-        EXPECT_TRUE(QTest::qWaitForWindowActive(m_schermo.get()));
-        Attendi();
+        MostraAttiva(m_schermo.get());
         return *m_schermo;
-    }
-    static void Attendi()
-    {
-        for (int i = 0; i < 5; ++i)
-            QApplication::processEvents();
     }
     QList<int> Righe() const
     {

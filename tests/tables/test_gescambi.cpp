@@ -2,6 +2,7 @@
 // the three modes, the day's colours and steps, picking a currency, a typed
 // rate confirmed, a dragged row, the currencies' editor and the export.
 
+#include "support/Finestre.h"
 #include "ProvaCambi.h"
 
 #include "frame/core/Sessione.h"
@@ -53,16 +54,8 @@ protected:
         gesCambi().ModoCambi = modo;
         gesCambi().DataCambi = giorno;
         m_schermo = std::make_unique<GesCambi>();
-        m_schermo->show();
-        QApplication::setActiveWindow(m_schermo.get());
-        EXPECT_TRUE(QTest::qWaitForWindowActive(m_schermo.get()));
-        Attendi();
+        MostraAttiva(m_schermo.get());
         return *m_schermo;
-    }
-    static void Attendi()
-    {
-        for (int i = 0; i < 5; ++i)
-            QApplication::processEvents();
     }
     QString Cella(int riga, int colonna) const
     {

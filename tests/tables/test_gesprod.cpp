@@ -2,6 +2,7 @@
 // headings and colours; the detail face's checks, save and shares; the
 // category editor; F4 from the entry screen's product field.
 
+#include "support/Finestre.h"
 #include "../distinte/ProvaSchermi.h"
 #include "ProvaProdotti.h"
 
@@ -44,11 +45,6 @@ protected:
         m_gp->show();
         Attendi();
         return *m_gp;
-    }
-    static void Attendi()
-    {
-        for (int i = 0; i < 5; ++i)
-            QApplication::processEvents();
     }
     static void Scrivi(QLineEdit *campo, const QString &testo)
     {

@@ -1,6 +1,7 @@
 // GesTabel over real files: the long list's question, the two searches,
 // a row added, changed and deleted on the detail face.
 
+#include "support/Finestre.h"
 #include "../distinte/ProvaDistinte.h"
 
 #include "distinte/InsDist.h"
@@ -41,11 +42,6 @@ protected:
         m_lookup->show();
         Attendi();
         return *m_lookup;
-    }
-    static void Attendi()
-    {
-        for (int i = 0; i < 5; ++i)
-            QApplication::processEvents();
     }
     static void Scrivi(QLineEdit *campo, const QString &testo)
     {

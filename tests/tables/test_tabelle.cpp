@@ -1,6 +1,7 @@
 // The three small screens of the menu over real files: rows typed, changed
 // and deleted through the grid, refused rows, the table that does not open.
 
+#include "support/Finestre.h"
 #include "../distinte/ProvaDistinte.h"
 
 #include "distinte/Gestione.h"
@@ -35,16 +36,8 @@ protected:
         auto *s = new S;
         m_schermo.reset(s);
         s->resize(640, 360);
-        s->show();
-        QApplication::setActiveWindow(s);
-        EXPECT_TRUE(QTest::qWaitForWindowActive(s));
-        Attendi();
+        MostraAttiva(s);
         return *s;
-    }
-    static void Attendi()
-    {
-        for (int i = 0; i < 5; ++i)
-            QApplication::processEvents();
     }
     QTableView *Griglia() const { return m_schermo->TDBGrid2(); }
     ModelloTabella *Dati() const { return m_schermo->Dati(); }
