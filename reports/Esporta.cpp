@@ -21,7 +21,10 @@
 #include <QSqlQueryModel>
 #include <QSqlRecord>
 #include <QTableView>
+#include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <cstdio>
 
 namespace sorvane {
 
@@ -42,63 +45,98 @@ AvviaProgramma &avviaProgramma()
     return a;
 }
 
-// The file in the making: UTF-8 with its mark, one line per call.
+// The file in the making: UTF-8 with its mark. Lines gather as bytes in one
+// block that goes to the disk a megabyte at a time; most fields are plain
+// ASCII and go in without a QString in between.
 class FileCsv
 {
 public:
-    explicit FileCsv(const QString &percorso) : m_file(percorso) {}
+    explicit FileCsv(const QString &percorso) : m_file(percorso)
+    {
+        m_blocco.reserve(Blocco + 64 * 1024);
+    }
 
     bool apri(QString *errore)
     {
-        if (m_file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-            return scrivi("\xEF\xBB\xBF", errore);
-        if (errore)
-            *errore = m_file.errorString();
-        return false;
+        if (m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
+            m_blocco.append("\xEF\xBB\xBF");
+            return true;
+        }
+        return fallita(errore);
     }
 
     bool riga(const QStringList &campi, QString *errore)
     {
-        QString testo;
         for (const QString &c : campi)
-            Accoda(testo, c);
-        return riga(testo, errore);
+            campo(c);
+        return fineRiga(errore);
     }
 
-    // A line already made of its fields.
-    bool riga(const QString &testo, QString *errore)
+    // One field and its separator, quoted when it has to be.
+    void campo(QStringView testo)
     {
-        return scrivi(testo.toUtf8() + FineRiga, errore);
+        bool ascii = true;
+        bool quota = false;
+        for (const QChar c : testo) {
+            const char16_t u = c.unicode();
+            ascii = ascii && u < 0x80;
+            quota = quota || u == u';' || u == u'"' || u == u'\r' || u == u'\n';
+        }
+        if (quota) {
+            m_blocco.append(CampoCsv(testo.toString()).toUtf8());
+        } else if (ascii) {
+            const qsizetype n = m_blocco.size();
+            m_blocco.resize(n + testo.size());
+            char *o = m_blocco.data() + n;
+            for (const QChar c : testo)
+                *o++ = char(c.unicode());
+        } else {
+            m_blocco.append(testo.toUtf8());
+        }
+        m_blocco.append(Separatore.toLatin1());
     }
 
-    static void Accoda(QString &linea, const QString &campo)
+    // A field already made of ASCII bytes that need no quotes (a number, a date).
+    void campoAscii(const char *testo, qsizetype n)
     {
-        linea += CampoCsv(campo);
-        linea += Separatore;
+        m_blocco.append(testo, n);
+        m_blocco.append(Separatore.toLatin1());
+    }
+
+    bool fineRiga(QString *errore)
+    {
+        m_blocco.append(FineRiga);
+        return m_blocco.size() < Blocco || svuota(errore);
     }
 
     bool chiudi(QString *errore)
     {
-        if (m_file.flush()) {
-            m_file.close();
-            return true;
-        }
-        if (errore)
-            *errore = m_file.errorString();
-        return false;
+        if (!svuota(errore))
+            return false;
+        m_file.close();
+        return true;
     }
 
 private:
-    bool scrivi(const QByteArray &dati, QString *errore)
+    static constexpr qsizetype Blocco = 1024 * 1024;
+
+    bool svuota(QString *errore)
     {
-        if (m_file.write(dati) == dati.size())
-            return true;
+        if (m_file.write(m_blocco) != m_blocco.size())
+            return fallita(errore);
+        m_blocco.resize(0); // keeps its room for the next block
+        return true;
+    }
+
+    bool fallita(QString *errore)
+    {
         if (errore)
             *errore = m_file.errorString();
         return false;
     }
 
     QFile m_file;
+    QByteArray m_blocco;
 };
 
 // The locale of the numbers, made once for a whole file.
@@ -109,14 +147,85 @@ QLocale LocaleNumeri()
     return locale;
 }
 
-QString NumeroComeTesto(double n, const QLocale &locale)
+// Numbers as the locale writes them with 15 significant digits, its marks
+// read once. A whole number is written bare; a fraction whose shortest exact
+// form has at most 15 digits is written from those digits, which are then
+// the very digits of the rounding to 15; the rest, and locales with digits
+// or signs of their own, go through QLocale.
+class FormatoNumeri
 {
-    if (std::isfinite(n) && std::floor(n) == n && std::fabs(n) < 1e15)
-        return QString::number(static_cast<qint64>(n));
-    return locale.toString(n, 'g', 15);
-}
+public:
+    FormatoNumeri() : m_locale(LocaleNumeri())
+    {
+        const QString punto = m_locale.decimalPoint();
+        const char16_t p = punto.size() == 1 ? punto.at(0).unicode() : u'\0';
+        m_semplice = m_locale.zeroDigit() == QLatin1String("0")
+                     && m_locale.negativeSign() == QLatin1String("-") && p > u' ' && p < 0x80
+                     && p != u';' && p != u'"';
+        m_punto = char(p);
+    }
 
-QString Valore(const QVariant &valore, TipoEsportato tipo, const QLocale &locale)
+    // The ASCII form of n in testo (room for 32); -1 when only the locale
+    // can write it.
+    int ascii(double n, char *testo) const
+    {
+        if (std::isfinite(n) && std::floor(n) == n && std::fabs(n) < 1e15)
+            return int(std::to_chars(testo, testo + 32, static_cast<qint64>(n)).ptr - testo);
+        if (!m_semplice || !std::isfinite(n))
+            return -1;
+        char breve[40];
+        const auto fine = std::to_chars(breve, breve + sizeof breve, n,
+                                        std::chars_format::scientific).ptr;
+        const char *c = breve;
+        char *o = testo;
+        if (*c == '-')
+            *o++ = *c++;
+        char cifre[24];
+        int k = 0;
+        for (; c < fine && *c != 'e'; ++c) {
+            if (*c != '.')
+                cifre[k++] = *c;
+        }
+        int esponente = 0;
+        if (c + 1 < fine && c[1] == '+')
+            ++c;
+        std::from_chars(c + 1, fine, esponente);
+        while (k > 1 && cifre[k - 1] == '0')
+            --k;
+        const int intere = esponente + 1; // digits before the point
+        // Outside these the locale writes an exponent.
+        if (k > 15 || intere < -3 || intere > 15)
+            return -1;
+        if (intere <= 0) {
+            *o++ = '0';
+            *o++ = m_punto;
+            o = std::fill_n(o, -intere, '0');
+            o = std::copy_n(cifre, k, o);
+        } else if (intere < k) {
+            o = std::copy_n(cifre, intere, o);
+            *o++ = m_punto;
+            o = std::copy_n(cifre + intere, k - intere, o);
+        } else {
+            o = std::copy_n(cifre, k, o);
+            o = std::fill_n(o, intere - k, '0');
+        }
+        return int(o - testo);
+    }
+
+    QString testo(double n) const
+    {
+        char t[32];
+        const int lunghezza = ascii(n, t);
+        return lunghezza < 0 ? m_locale.toString(n, 'g', 15) : QString::fromLatin1(t, lunghezza);
+    }
+
+private:
+    QLocale m_locale;
+    bool m_semplice = false;
+    char m_punto = '.';
+};
+
+QString Valore(const QVariant &valore, TipoEsportato tipo, const FormatoNumeri &numeri)
 {
     switch (tipo) {
     case TipoEsportato::Testo: {
@@ -147,7 +256,51 @@ QString Valore(const QVariant &valore, TipoEsportato tipo, const QLocale &locale
         return {};
     bool numero = false;
     const double n = v.toDouble(&numero);
-    return numero ? NumeroComeTesto(n, locale) : v.toString();
+    return numero ? numeri.testo(n) : v.toString();
+}
+
+bool NumeroDelMotore(const QVariant &v)
+{
+    const int tipo = v.typeId();
+    return (tipo == QMetaType::Double || tipo == QMetaType::LongLong || tipo == QMetaType::Int)
+           && !v.isNull();
+}
+
+// One field of a row into the file. The kinds the engine gives most (text,
+// and numbers that are amounts or days) are written straight as bytes, as
+// Valore would write them; any other value goes through Valore.
+void ScriviCampo(FileCsv &file, const QVariant &valore, TipoEsportato tipo,
+                 const FormatoNumeri &numeri)
+{
+    if (tipo == TipoEsportato::Testo && valore.typeId() == QMetaType::QString) {
+        const QString &t = *static_cast<const QString *>(valore.constData());
+        const QStringView visto = t.startsWith(QChar(0)) ? QStringView() : QStringView(t).trimmed();
+        // Blanks and line feeds are both trimmed, so the order does not matter.
+        if (visto.contains(QLatin1Char('\n')))
+            file.campo(visto.toString().remove(QLatin1Char('\n')));
+        else
+            file.campo(visto);
+        return;
+    }
+    if (NumeroDelMotore(valore)) {
+        char testo[32];
+        const double n = valore.toDouble();
+        if (tipo == TipoEsportato::Data) {
+            const double giorno = std::floor(n);
+            if (!(giorno > 0))
+                return file.campoAscii(testo, 0);
+            if (giorno < GiornoMassimo + 1) {
+                const QDate d = DataDaGiorno(giorno);
+                std::snprintf(testo, sizeof testo, "%02d/%02d/%04d", d.day(), d.month(), d.year());
+                return file.campoAscii(testo, 10);
+            }
+        } else if (tipo == TipoEsportato::Altro) {
+            const int lunghezza = numeri.ascii(n, testo);
+            if (lunghezza >= 0)
+                return file.campoAscii(testo, lunghezza);
+        }
+    }
+    file.campo(Valore(valore, tipo, numeri));
 }
 
 // Where the rows of a file come from: a model, or a statement read as the
@@ -235,20 +388,6 @@ void CaricaTutto(QAbstractItemModel &dati)
         dati.fetchMore(QModelIndex());
 }
 
-// Fields of one row: the second row of a switch on a slip list keeps only
-// its product codes.
-template <class Accogli>
-void CampiRiga(const Righe &righe, const QList<ColonnaEsportata> &colonne, bool soloProdotti,
-               const QLocale &locale, Accogli accogli)
-{
-    for (const ColonnaEsportata &c : colonne) {
-        if (soloProdotti && !c.campo.startsWith(QLatin1String("DSTCODP"), Qt::CaseInsensitive))
-            accogli(QString());
-        else
-            accogli(Valore(righe.valore(c.colonna), c.tipo, locale));
-    }
-}
-
 // The heading, and how many fields each column gives: the split percent
 // columns of a ranking more than one.
 QStringList Titoli(const QList<ColonnaEsportata> &colonne, bool classifica, QList<int> *larghezze)
@@ -314,24 +453,27 @@ bool ScriviRighe(const QString &percorso, Righe &righe, const QList<ColonnaEspor
         if (!righe.prossima())
             return file.chiudi(errore);
     }
-    const QLocale locale = LocaleNumeri();
-    QString linea;
+    // The second row of a switch on a slip list keeps only its product codes.
+    QList<bool> prodotto;
+    for (const ColonnaEsportata &c : colonne)
+        prodotto.append(c.campo.startsWith(QLatin1String("DSTCODP"), Qt::CaseInsensitive));
+    const FormatoNumeri numeri;
     QStringList campi;
     while (righe.prossima()) {
         const bool seconda =
             colonnaPrg >= 0 && DataDaCampo(righe.valore(colonnaPrg)).toDouble() > 0;
-        linea.clear();
         campi.clear();
-        if (classifica) {
-            CampiRiga(righe, colonne, seconda, locale,
-                      [&campi](const QString &campo) { campi.append(campo); });
-            for (const QString &campo : Divisi(campi, larghezze))
-                FileCsv::Accoda(linea, campo);
-        } else {
-            CampiRiga(righe, colonne, seconda, locale,
-                      [&linea](const QString &campo) { FileCsv::Accoda(linea, campo); });
+        for (qsizetype i = 0; i < colonne.size(); ++i) {
+            const bool vuoto = seconda && !prodotto.at(i);
+            const ColonnaEsportata &c = colonne.at(i);
+            if (classifica)
+                campi.append(vuoto ? QString() : Valore(righe.valore(c.colonna), c.tipo, numeri));
+            else if (vuoto)
+                file.campo({});
+            else
+                ScriviCampo(file, righe.valore(c.colonna), c.tipo, numeri);
         }
-        if (!file.riga(linea, errore))
+        if (!(classifica ? file.riga(Divisi(campi, larghezze), errore) : file.fineRiga(errore)))
             return false;
     }
     return file.chiudi(errore);
@@ -456,7 +598,7 @@ QString TitoloEsportato(const QString &titolo)
 
 QString ValoreEsportato(const QVariant &valore, TipoEsportato tipo)
 {
-    return Valore(valore, tipo, LocaleNumeri());
+    return Valore(valore, tipo, FormatoNumeri());
 }
 
 QList<ColonnaEsportata> ColonneVisibili(const QTableView &griglia)

@@ -8,6 +8,7 @@
 
 #include <QFile>
 #include <QHeaderView>
+#include <QLocale>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QSqlQueryModel>
@@ -136,6 +137,18 @@ TEST(CampoCsv, QuotesOnlyWhatWouldBreakTheField)
     EXPECT_EQ(CampoCsv(QStringLiteral("Città 12,50")), QStringLiteral("Città 12,50"));
     EXPECT_EQ(CampoCsv(QStringLiteral("a\r\nb")), QStringLiteral("\"a\r\nb\""));
     EXPECT_EQ(ValoreEsportato(37257.75, TipoEsportato::Data), QStringLiteral("01/01/2002"));
+}
+
+TEST(CampoCsv, NumbersReadAsTheLocaleWritesThemWithFifteenDigits)
+{
+    // Around where the locale turns to an exponent, and fractions whose
+    // shortest form is longer than fifteen digits.
+    QLocale locale;
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    for (double n : {0.1, -1234.5, 0.0001, 0.00012345, 0.00009999, 1e-5, 123456789012.25,
+                     99999999999999.9, 999999999999999.5, 1e15, -3e15, 1.0 / 3, 2.0 / 3e-3,
+                     0.1 + 0.2, 123456789012344.5})
+        EXPECT_EQ(ValoreEsportato(n, TipoEsportato::Altro), locale.toString(n, 'g', 15)) << n;
 }
 
 TEST_F(EsportaProva, EmptyListWritesNoFile)
