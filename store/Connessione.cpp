@@ -4,6 +4,7 @@
 #include "frame/core/Ini.h"
 #include "frame/core/Messaggi.h"
 #include "frame/core/Sessione.h"
+#include "store/Motore.h"
 #include "store/Tabelle.h"
 #include "store/Transazione.h"
 
@@ -196,12 +197,77 @@ constexpr Passo Passi[] = {
     {Archivio::Indici, "Aggancio WorkSpace degli indici", "Apertura DataBase degli indici"},
 };
 
+// The office's database on the server: the connection, then each schema
+// of the set in the order of the files, each told as its file would be.
+bool ConnettiServer(const Avanzamento &avanzamento)
+{
+    Impostazioni &imp = impostazioni();
+    Archivi &st = archivi();
+    const QString luogo = imp.ServerServizio.isEmpty()
+                              ? QStringLiteral("%1/%2").arg(imp.ServerHost.isEmpty()
+                                                                ? QStringLiteral("localhost")
+                                                                : imp.ServerHost,
+                                                            imp.ServerDatabase)
+                              : QStringLiteral("servizio ") + imp.ServerServizio;
+    Mostra(avanzamento, QStringLiteral("Collegamento al server"));
+    QSqlDatabase db = AggiungiServer(NomeConnessione);
+    if (!db.open()) {
+        sessione().TestoErrore = QStringLiteral("SERVER ") + luogo
+                                 + QStringLiteral(" NON RAGGIUNGIBILE\n")
+                                 + TestoErroreSqlite(db.lastError());
+        return false;
+    }
+    QString errore;
+    if (!PreparaSessione(db, &errore)) {
+        sessione().TestoErrore = QStringLiteral("SERVER ") + luogo + QLatin1Char('\n') + errore;
+        return false;
+    }
+    QSqlQuery q(db);
+    q.prepare(QStringLiteral("SELECT has_schema_privilege(?, 'USAGE')"
+                             " FROM pg_namespace WHERE nspname = ?"));
+    for (const Passo &p : Passi) {
+        const QString schema = SchemaServer(p.archivio);
+        Mostra(avanzamento, QString::fromLatin1(p.areaDiLavoro));
+        Mostra(avanzamento, QString::fromLatin1(p.apertura));
+        if (p.archivio == Archivio::Lavoro) {
+            // A workstation new to the office gets its working schema here,
+            // as the set-up gives a new folder its working file.
+            if (!CreaSchema(db, Archivio::Lavoro, schema, &errore)) {
+                sessione().TestoErrore = Inesistente(LuogoArchivio(p.archivio))
+                                         + QLatin1Char('\n') + errore;
+                return false;
+            }
+            st.DbDatiAperto = true;
+            st.DbLavoroAperto = true;
+            continue;
+        }
+        q.addBindValue(schema);
+        q.addBindValue(schema);
+        if (!q.exec() || !q.next() || !q.value(0).toBool()) {
+            sessione().TestoErrore = Inesistente(LuogoArchivio(p.archivio));
+            if (q.lastError().isValid())
+                sessione().TestoErrore += QLatin1Char('\n') + TestoErroreSqlite(q.lastError());
+            return false;
+        }
+        q.finish();
+    }
+    imp.FileIndici = imp.PathDati + NomeFile(Archivio::Indici);
+    return true;
+}
+
+bool Concludi(const Avanzamento &avanzamento);
+
 // One pass of the opening; false with sessione().TestoErrore set.
 bool Connetti(const Avanzamento &avanzamento)
 {
     Impostazioni &imp = impostazioni();
     Archivi &st = archivi();
     Cedi();
+    if (MotoreScelto() == Motore::Postgres) {
+        if (!ConnettiServer(avanzamento))
+            return false;
+        return Concludi(avanzamento);
+    }
     for (const Passo &p : Passi) {
         if (p.archivio == Archivio::Indici)
             imp.FileIndici = imp.PathDati + NomeFile(Archivio::Indici);
@@ -238,7 +304,13 @@ bool Connetti(const Avanzamento &avanzamento)
         }
         Cedi();
     }
+    return Concludi(avanzamento);
+}
 
+// The index table and the attachments, once the files (or schemas) are open.
+bool Concludi(const Avanzamento &avanzamento)
+{
+    Archivi &st = archivi();
     ApriIndici();
     if (st.IndiciAperto) {
         sessione().TestoErrore = QStringLiteral("RICONNESSIONE TABELLE");
@@ -246,7 +318,7 @@ bool Connetti(const Avanzamento &avanzamento)
         return true;
     }
     sessione().TestoErrore = QStringLiteral("ERRORE IN APERTURA INDICI\nDataBase: ")
-                             + imp.FileIndici;
+                             + LuogoArchivio(Archivio::Indici);
     return false;
 }
 

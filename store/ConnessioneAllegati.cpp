@@ -10,8 +10,10 @@
 #include "frame/core/Ini.h"
 #include "frame/core/Messaggi.h"
 #include "frame/core/Sessione.h"
+#include "store/Motore.h"
 #include "store/Transazione.h"
 
+#include <QSet>
 #include <QSqlError>
 #include <QSqlQuery>
 
@@ -137,11 +139,74 @@ bool Ricostruisci(QSqlDatabase &db, const Avanzamento &avanzamento)
     return true;
 }
 
+// On the server the schemas stand for the attached files: every table of
+// the list must be in its schema, and Indici in the shared one. The first
+// missing one is told as the files' rebuild would tell it.
+bool VerificaSchemi(QSqlDatabase &db, const Avanzamento &avanzamento)
+{
+    Sessione &s = sessione();
+    QSqlQuery q(db);
+    q.prepare(QStringLiteral("SELECT to_regclass(?) IS NOT NULL"));
+    const auto esiste = [&q](Archivio a, const QString &nome) {
+        q.addBindValue(NomeSchemaSql(SchemaServer(a)) + QLatin1Char('.') + NomeSql(nome));
+        const bool si = q.exec() && q.next() && q.value(0).toBool();
+        q.finish();
+        return si;
+    };
+    const std::array<QString, NumeroAllegati> &elenco = ElencoAllegati();
+    if (avanzamento)
+        avanzamento(QStringLiteral("Connessione Tabelle Base"));
+    for (int i = 0; i < NumeroAllegati; ++i) {
+        if (elenco[i].isEmpty())
+            continue;
+        const Archivio a = ArchivioAllegato(i);
+        s.TestoErrore = (a == Archivio::Dati ? QStringLiteral("ERRORE IN CONNESSIONE TABELLA BASE ")
+                                             : QStringLiteral("ERRORE IN CONNESSIONE TABELLA "))
+                        + elenco[i];
+        if (!esiste(a, elenco[i]))
+            return false;
+    }
+    s.TestoErrore = QStringLiteral("ERRORE IN CONNESSIONE TABELLA ") + TabellaIndici;
+    return esiste(Archivio::Indici, TabellaIndici);
+}
+
+// The data schema's indexes that an earlier version did not make. Only the
+// missing ones are made: making one waits for every workstation's writing.
+void IndiciMancantiServer(QSqlDatabase &db)
+{
+    const QString schema = SchemaServer(Archivio::Dati);
+    QSqlQuery q(db);
+    q.prepare(QStringLiteral("SELECT indexname FROM pg_indexes WHERE schemaname = ?"));
+    q.addBindValue(schema);
+    if (!q.exec())
+        return;
+    QSet<QString> presenti;
+    while (q.next())
+        presenti.insert(q.value(0).toString());
+    q.finish();
+    for (const Tabella *t : TabelleDi(Archivio::Dati))
+        for (const Indice &i : t->indici)
+            if (!presenti.contains(NomeIndiceSql(*t, i).toLower()))
+                q.exec(SqlCreaIndice(*t, i, schema, Motore::Postgres));
+}
+
 } // namespace
 
 bool AgganciaTabelle(const Avanzamento &avanzamento)
 {
     QSqlDatabase db = DbLavoro();
+    if (SuServer(db)) {
+        QString ignorato;
+        CreaSchema(db, Archivio::Lavoro, SchemaServer(Archivio::Lavoro), &ignorato);
+        if (VerificaSchemi(db, avanzamento)) {
+            IndiciMancantiServer(db);
+            return true;
+        }
+        Messaggio(sessione().TestoErrore,
+                  NomeProgrammaMaiuscolo() + QStringLiteral(" -ERRORE CONNESIONE TABELLE"),
+                  Icona::Stop);
+        return false;
+    }
     // The working file is the operator's own: tables missing from it, the
     // catalogue first of all, are made here.
     QString ignorato;

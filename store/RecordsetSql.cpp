@@ -1,7 +1,10 @@
 #include "store/RecordsetSql.h"
 
+#include "store/Motore.h"
 #include "store/Schema.h"
 #include "store/Transazione.h"
+
+#include <QHash>
 
 #include <QRegularExpression>
 #include <QSqlError>
@@ -69,14 +72,94 @@ void Uguali(const QList<ColonnaIndice> &colonne, const QVariantList &chiavi, int
 }
 
 // ORDER BY text for the index columns and the row id, in or against the
-// index's order.
-QString Ordine(const QList<ColonnaIndice> &indice, bool avanti)
+// index's order. The files hold Null as the smallest value; the server is
+// told so, and its indexes are made that way.
+QString Ordine(const QList<ColonnaIndice> &indice, bool avanti, Motore m)
 {
+    const bool server = m == Motore::Postgres;
     QStringList parti;
-    for (const ColonnaIndice &c : indice)
-        parti << Espressione(c) + (avanti != c.discendente ? QString() : QStringLiteral(" DESC"));
+    for (const ColonnaIndice &c : indice) {
+        const bool crescente = avanti != c.discendente;
+        QString t = Espressione(c) + (crescente ? QString() : QStringLiteral(" DESC"));
+        if (server)
+            t += crescente ? QStringLiteral(" NULLS FIRST") : QStringLiteral(" NULLS LAST");
+        parti << t;
+    }
     parti << Riga + (avanti ? QString() : QStringLiteral(" DESC"));
     return parti.join(QStringLiteral(", "));
+}
+
+// The server's types by their kind.
+Affinita AffinitaServer(const QString &tipo)
+{
+    static const QHash<QString, Affinita> tipi{
+        {QStringLiteral("citext"), Affinita::Testo},  {QStringLiteral("text"), Affinita::Testo},
+        {QStringLiteral("varchar"), Affinita::Testo}, {QStringLiteral("bpchar"), Affinita::Testo},
+        {QStringLiteral("int2"), Affinita::Intero},   {QStringLiteral("int4"), Affinita::Intero},
+        {QStringLiteral("int8"), Affinita::Intero},   {QStringLiteral("bool"), Affinita::Intero},
+        {QStringLiteral("float4"), Affinita::Reale},  {QStringLiteral("float8"), Affinita::Reale},
+    };
+    return tipi.value(tipo, Affinita::Numerica);
+}
+
+bool LeggiColonneServer(const QSqlDatabase &db, const QString &tabella,
+                        QList<ColonnaTabella> *colonne, QString *errore)
+{
+    // The table the search path finds, as a query would; its own row id is
+    // no field.
+    QSqlQuery q(db);
+    q.setForwardOnly(true);
+    q.prepare(QStringLiteral("SELECT a.attname, t.typname FROM pg_attribute a"
+                             " JOIN pg_type t ON t.oid = a.atttypid"
+                             " WHERE a.attrelid = to_regclass(?) AND a.attnum > 0"
+                             " AND NOT a.attisdropped AND a.attname <> 'rowid'"
+                             " ORDER BY a.attnum"));
+    q.addBindValue(NomeSql(tabella));
+    if (!q.exec()) {
+        *errore = TestoErroreSqlite(q.lastError());
+        return false;
+    }
+    const Tabella *dizionario = TrovaTabella(tabella);
+    while (q.next()) {
+        const QString nome = NomeDelDizionario(q.value(0).toString());
+        const Affinita affinita = AffinitaServer(q.value(1).toString());
+        const Colonna *c = dizionario ? dizionario->colonna(nome) : nullptr;
+        colonne->append({c ? c->nome : nome, affinita,
+                         c && affinita == Affinita::Testo ? c->larghezza : 0});
+    }
+    return true;
+}
+
+// A table the dictionary does not know: its index called nome, or ending
+// in "_" + nome, from the server's catalogue.
+bool LeggiIndiceServer(const QSqlDatabase &db, const QString &tabella, const QString &nome,
+                       QList<ColonnaIndice> *colonne)
+{
+    QSqlQuery q(db);
+    q.setForwardOnly(true);
+    q.prepare(QStringLiteral(
+        "SELECT c.relname, a.attname, (i.indoption[k.n - 1] & 1) <> 0"
+        " FROM pg_index i JOIN pg_class c ON c.oid = i.indexrelid"
+        " CROSS JOIN LATERAL unnest(i.indkey) WITH ORDINALITY AS k(attnum, n)"
+        " JOIN pg_attribute a ON a.attrelid = i.indrelid AND a.attnum = k.attnum"
+        " WHERE i.indrelid = to_regclass(?) AND (c.relname = ? OR c.relname LIKE ?)"
+        " ORDER BY c.relname = ? DESC, c.relname, k.n"));
+    const QString n = nome.toLower();
+    q.addBindValue(NomeSql(tabella));
+    q.addBindValue(n);
+    q.addBindValue(QStringLiteral("%\\_") + n);
+    q.addBindValue(n);
+    if (!q.exec())
+        return false;
+    QString trovato;
+    while (q.next()) {
+        if (trovato.isEmpty())
+            trovato = q.value(0).toString();
+        if (q.value(0).toString() != trovato)
+            break;
+        colonne->append({NomeDelDizionario(q.value(1).toString()), q.value(2).toBool(), {}});
+    }
+    return !colonne->isEmpty();
 }
 
 // The index columns the key speaks of; a key one longer than the index ends
@@ -93,9 +176,19 @@ QList<ColonnaIndice> ColonneDellaChiave(const QList<ColonnaIndice> &indice, qsiz
 
 QString Identificatore(const QString &nome)
 {
-    QString t = nome;
-    t.replace(QLatin1Char('"'), QStringLiteral("\"\""));
-    return QLatin1Char('"') + t + QLatin1Char('"');
+    return NomeSql(nome);
+}
+
+QString NomeDelDizionario(const QString &nome)
+{
+    static const QHash<QString, QString> nomi = [] {
+        QHash<QString, QString> h;
+        for (const Tabella &t : Tabelle())
+            for (const Colonna &c : t.colonne)
+                h.insert(c.nome.toLower(), c.nome);
+        return h;
+    }();
+    return nomi.value(nome, nome);
 }
 
 QString ColonnaRiga()
@@ -107,6 +200,15 @@ bool LeggiColonne(const QSqlDatabase &db, const QString &tabella,
                   QList<ColonnaTabella> *colonne, QString *errore)
 {
     colonne->clear();
+    if (SuServer(db)) {
+        if (!LeggiColonneServer(db, tabella, colonne, errore))
+            return false;
+        if (colonne->isEmpty()) {
+            *errore = QStringLiteral("Impossibile trovare la tabella '%1'.").arg(tabella);
+            return false;
+        }
+        return true;
+    }
     // Unqualified, the engine looks for the table where a query would find
     // it: temporary tables, the main file, then the attached ones in order.
     QSqlQuery q(db);
@@ -147,6 +249,8 @@ bool LeggiIndice(const QSqlDatabase &db, const QString &tabella, const QString &
             return true;
         }
     }
+    if (SuServer(db))
+        return LeggiIndiceServer(db, tabella, nome, colonne);
     // A table the dictionary does not know: ask the file.
     QSqlQuery elenco(db);
     if (!elenco.exec(QStringLiteral("PRAGMA index_list(%1)").arg(Identificatore(tabella))))
@@ -222,9 +326,9 @@ QList<Tratto> TrattiDa(const QList<ColonnaIndice> &indice, const QVariantList &c
 }
 
 Istruzione Percorso(const QString &tabella, const QList<ColonnaIndice> &indice,
-                    const QList<Tratto> &tratti, bool avanti, qsizetype limite)
+                    const QList<Tratto> &tratti, bool avanti, qsizetype limite, Motore m)
 {
-    const QString ordine = Ordine(indice, avanti);
+    const QString ordine = Ordine(indice, avanti, m);
     auto parte = [&](qsizetype n, const Tratto &t, Istruzione *i) {
         i->valori += t.valori;
         i->valori << limite;
@@ -246,15 +350,15 @@ Istruzione Percorso(const QString &tabella, const QList<ColonnaIndice> &indice,
     // sort every arm in a temporary tree, at many times the cost.
     QStringList parti;
     for (qsizetype n = 0; n < tratti.size(); ++n)
-        parti << QStringLiteral("SELECT * FROM (%1)").arg(parte(n, tratti[n], &i));
+        parti << QStringLiteral("SELECT * FROM (%1) AS tratto%2").arg(parte(n, tratti[n], &i)).arg(n);
     i.sql = parti.join(QStringLiteral(" UNION ALL ")) + QStringLiteral(" LIMIT ?");
     i.valori << limite;
     return i;
 }
 
-Istruzione RigaDaId(const QString &tabella, qint64 id)
+Istruzione RigaDaId(const QString &tabella, qint64 id, Motore m)
 {
-    return Percorso(tabella, {}, {Tratto{Riga + QStringLiteral(" = ?"), {id}}}, true, 1);
+    return Percorso(tabella, {}, {Tratto{Riga + QStringLiteral(" = ?"), {id}}}, true, 1, m);
 }
 
 } // namespace sorvane::recordset

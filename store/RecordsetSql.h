@@ -5,6 +5,8 @@
 // in order. Everything that depends on SQLite's catalogue lives here, so
 // that a server store replaces one file.
 
+#include "store/Schema.h"
+
 #include <QList>
 #include <QSqlDatabase>
 #include <QString>
@@ -28,7 +30,8 @@ struct ColonnaIndice
     QString collazione; // empty for the engine's default
 };
 
-// An identifier in double quotes, inner quotes doubled.
+// An identifier in double quotes, inner quotes doubled, in lower case (see
+// NomeSql).
 QString Identificatore(const QString &nome);
 
 // The table's columns in order; false with the engine's error when the table
@@ -74,9 +77,16 @@ struct Istruzione
 // so that the engine takes the file's lock once. Its columns: the piece's
 // number, the row id, then the table's columns. The rows come in walking
 // order within a piece, and the pieces in their order.
+// On the server Null comes first walking up and last walking down, as on
+// the files.
 Istruzione Percorso(const QString &tabella, const QList<ColonnaIndice> &indice,
-                    const QList<Tratto> &tratti, bool avanti, qsizetype limite);
+                    const QList<Tratto> &tratti, bool avanti, qsizetype limite,
+                    Motore m = Motore::Sqlite);
 // The row of that id, in the same columns.
-Istruzione RigaDaId(const QString &tabella, qint64 id);
+Istruzione RigaDaId(const QString &tabella, qint64 id, Motore m = Motore::Sqlite);
+
+// A column's name as the dictionary spells it: the server gives names in
+// lower case. A name the dictionary does not know stays as it is.
+QString NomeDelDizionario(const QString &nome);
 
 } // namespace sorvane::recordset

@@ -2,6 +2,7 @@
 
 #include "frame/core/Campi.h"
 #include "frame/core/Valore.h"
+#include "store/Motore.h"
 #include "store/Transazione.h"
 
 #include <QSqlError>
@@ -182,7 +183,8 @@ bool Recordset::Stato::Percorri(const QList<Tratto> &tratti, bool avanti, qsizet
                                 QList<Riga> *righe)
 {
     // No piece: nothing lies that way (beyond a Null, walking down).
-    return tratti.isEmpty() || Esegui(Percorso(sorgente, colonneIndice, tratti, avanti, limite),
+    return tratti.isEmpty() || Esegui(Percorso(sorgente, colonneIndice, tratti, avanti, limite,
+                                               MotoreDi(db)),
                                       righe);
 }
 
@@ -201,11 +203,17 @@ bool Recordset::Stato::LeggiSelezione(const QVariantList &parametri)
         return false;
     }
     const QSqlRecord rec = q.record();
-    for (int i = 0; i < rec.count(); ++i)
-        colonne.append({rec.fieldName(i), Affinita::Numerica, 0});
+    // The server's own row id closes every "*" of a table: no field.
+    int campi = rec.count();
+    const bool server = SuServer(db);
+    if (server && campi > 1 && rec.fieldName(campi - 1) == ColonnaRiga())
+        --campi;
+    for (int i = 0; i < campi; ++i)
+        colonne.append({server ? NomeDelDizionario(rec.fieldName(i)) : rec.fieldName(i),
+                        Affinita::Numerica, 0});
     while (q.next()) {
         Riga r;
-        for (int i = 0; i < rec.count(); ++i)
+        for (int i = 0; i < campi; ++i)
             r.valori << ValoreLetto(q.value(i));
         finestra.append(r);
     }
@@ -307,7 +315,7 @@ bool Recordset::Stato::RileggiRiga(qint64 id)
 {
     QList<Riga> righe;
     passo = PassoIniziale;
-    if (!Esegui(RigaDaId(sorgente, id), &righe))
+    if (!Esegui(RigaDaId(sorgente, id, MotoreDi(db)), &righe))
         return false;
     Finestra(righe);
     return true;
@@ -392,7 +400,11 @@ QSqlQuery *Recordset::Stato::Scrittura(bool nuova)
     } else if (nuova) {
         sql = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
                   .arg(tabella, nomi.join(QStringLiteral(", ")), valori.join(QStringLiteral(", ")));
-    } else {
+    }
+    if (nuova && SuServer(db)) {
+        // The server hands the new row's id back with the row.
+        sql += QStringLiteral(" RETURNING ") + ColonnaRiga();
+    } else if (!nuova) {
         sql = QStringLiteral("UPDATE %1 SET %2 WHERE %3 = %4")
                   .arg(tabella, coppie.join(QStringLiteral(", ")), ColonnaRiga(), SegnapostoRiga);
     }
@@ -425,8 +437,11 @@ bool Recordset::Stato::Scrivi()
         ErroreSql(q->lastError());
         return false;
     }
-    if (nuova)
+    if (nuova && SuServer(db))
+        ultimaModifica = q->next() ? q->value(0).toLongLong() : 0;
+    else if (nuova)
         ultimaModifica = q->lastInsertId().toLongLong();
+    q->finish();
     return true;
 }
 

@@ -16,6 +16,9 @@ class QSqlDatabase;
 
 namespace sorvane {
 
+// The engine a statement is written for (see store/Motore.h).
+enum class Motore { Sqlite, Postgres };
+
 // The four files of the set. The working file is the connection's main
 // database; the other three are attached to it.
 enum class Archivio { Dati, Lavoro, Visite, Indici };
@@ -63,8 +66,9 @@ struct Tabella
     const Indice *indice(const QString &nome) const;
     // Position of a column (0 is the first), -1 when absent.
     int ordinale(const QString &nome) const;
-    // The SQL type and collation of a column, "TEXT COLLATE NOCASE" and so on.
-    static QString tipoSql(const Colonna &c);
+    // The SQL type and collation of a column, "TEXT COLLATE NOCASE" and so on
+    // (on the server "citext COLLATE \"C\"", "bigint", "double precision").
+    static QString tipoSql(const Colonna &c, Motore m = Motore::Sqlite);
 };
 
 const QList<Tabella> &Tabelle();
@@ -79,12 +83,17 @@ inline const QString IndiceSecondario = QStringLiteral("secondaria");
 // the dictionary's: "Distinte_primaria".
 QString NomeIndiceSql(const Tabella &t, const Indice &i);
 
-// Statements for a file seen under `schema` on a connection.
-QString SqlCreaTabella(const Tabella &t, const QString &schema = QStringLiteral("main"));
+// Statements for a file seen under `schema` on a connection. On the server
+// every table ends with a `rowid` of its own (the embedded engine's row id
+// is hidden), names are in lower case, and index columns hold Null first,
+// as the embedded engine orders it.
+QString SqlCreaTabella(const Tabella &t, const QString &schema = QStringLiteral("main"),
+                       Motore m = Motore::Sqlite);
 QString SqlCreaIndice(const Tabella &t, const Indice &i,
-                      const QString &schema = QStringLiteral("main"));
+                      const QString &schema = QStringLiteral("main"), Motore m = Motore::Sqlite);
 
-// Creates the tables of one file with their "primaria" indexes. Tables and
+// Creates the tables of one file (on the server, in its schema, made when
+// missing) with their "primaria" indexes. Tables and
 // indexes that exist already are left as they are. False with the failing
 // statement and the engine's words in *errore.
 bool CreaTabelle(QSqlDatabase &db, Archivio a, const QString &schema, QString *errore);

@@ -1,6 +1,7 @@
 #include "store/Transazione.h"
 
 #include "store/Connessione.h"
+#include "store/Motore.h"
 
 #include <QHash>
 #include <QSqlError>
@@ -17,6 +18,9 @@ QHash<QString, int> &Livelli()
     return livelli;
 }
 
+// The advisory lock that writing transactions hold on the server.
+constexpr qint64 ChiaveScrittura = 0x534f5256; // "SORV"
+
 QString NomeSalvataggio(int livello)
 {
     return QStringLiteral("transazione_%1").arg(livello);
@@ -26,6 +30,10 @@ QString NomeSalvataggio(int livello)
 
 int CodiceSqlite(const QSqlError &e)
 {
+    if (ErroreDelServer(e))
+        return ClasseDaStato(e.nativeErrorCode());
+    if (CollegamentoPerso(e))
+        return sqlite::ErroreIO;
     bool ok = false;
     const int codice = e.nativeErrorCode().toInt(&ok);
     return ok ? codice : 0;
@@ -36,6 +44,18 @@ QString TestoErroreSqlite(const QSqlError &e)
     QString testo = e.databaseText().trimmed();
     if (testo.isEmpty())
         testo = e.text().trimmed();
+    if (CollegamentoPerso(e))
+        return QStringLiteral("COLLEGAMENTO CON IL SERVER INTERROTTO\n") + testo;
+    if (ErroreDelServer(e)) {
+        // The driver gives "ERROR:  words\n(state)": the words alone.
+        const QString stato = e.nativeErrorCode();
+        if (testo.endsWith(QLatin1Char('(') + stato + QLatin1Char(')')))
+            testo = testo.chopped(stato.size() + 2).trimmed();
+        for (const char *prefisso : {"ERROR:", "ERRORE:", "FATAL:"})
+            if (testo.startsWith(QLatin1String(prefisso)))
+                testo = testo.mid(int(qstrlen(prefisso))).trimmed();
+        return testo + QStringLiteral(" (codice PostgreSQL %1)").arg(stato);
+    }
     const int codice = CodiceSqlite(e);
     if (codice != 0)
         testo += QStringLiteral(" (codice SQLite %1)").arg(codice);
@@ -54,9 +74,23 @@ Transazione::Transazione(const QSqlDatabase &db) : m_db(db)
 {
     int &livello = Livelli()[m_db.connectionName()];
     m_livello = livello;
-    const QString sql = m_livello == 0 ? QStringLiteral("BEGIN IMMEDIATE")
-                                       : QStringLiteral("SAVEPOINT ") + NomeSalvataggio(m_livello);
-    if (esegui(sql)) {
+    bool iniziata = false;
+    if (m_livello > 0) {
+        iniziata = esegui(QStringLiteral("SAVEPOINT ") + NomeSalvataggio(m_livello));
+    } else if (SuServer(m_db)) {
+        // One writer at a time on the office's database, as the files allow
+        // one: the numbers given as "highest + 1" are read and written
+        // under it, and two workstations never meet halfway in a deadlock.
+        // The wait is the session's lock timeout.
+        iniziata = esegui(QStringLiteral("BEGIN"));
+        if (iniziata && !esegui(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(ChiaveScrittura))) {
+            QSqlQuery(m_db).exec(QStringLiteral("ROLLBACK"));
+            iniziata = false;
+        }
+    } else {
+        iniziata = esegui(QStringLiteral("BEGIN IMMEDIATE"));
+    }
+    if (iniziata) {
         m_attiva = true;
         ++livello;
     }
@@ -98,7 +132,8 @@ bool Transazione::conferma(int tentativi)
     } else {
         for (int i = 0; i < std::max(tentativi, 1) && !fatto; ++i) {
             fatto = esegui(QStringLiteral("COMMIT"));
-            if (!fatto && (m_codice & 0xff) != sqlite::Occupato)
+            // A server that refuses a commit has already undone it.
+            if (!fatto && ((m_codice & 0xff) != sqlite::Occupato || SuServer(m_db)))
                 break;
         }
     }

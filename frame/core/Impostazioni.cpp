@@ -180,6 +180,19 @@ void LeggiCartelle(Impostazioni &imp)
     imp.PathLavoroOperatore = imp.PathLavoro + operatore + sep;
     imp.FileLavoro = imp.PathLavoroOperatore + QStringLiteral("WorkDV.db");
 
+    const auto archivio = [&](const char *chiave) {
+        return LeggiIni(locale, QStringLiteral("ARCHIVIO"), QString::fromLatin1(chiave)).trimmed();
+    };
+    imp.Motore = archivio("MOTORE").toUpper();
+    if (imp.Motore.isEmpty())
+        imp.Motore = QStringLiteral("SQLITE");
+    imp.ServerHost = archivio("HOST");
+    imp.ServerPorta = archivio("PORTA").toInt();
+    imp.ServerDatabase = archivio("DATABASE");
+    imp.ServerUtente = archivio("UTENTE");
+    imp.ServerServizio = archivio("SERVIZIO");
+    imp.Postazione = archivio("POSTAZIONE");
+
     imp.PathReport = ConSeparatore(
         Percorso(locale, QStringLiteral("REPORT"), QStringLiteral("MODULI"), imp.PathDati));
     if (!operatore.trimmed().isEmpty())

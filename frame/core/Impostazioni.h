@@ -33,6 +33,17 @@ struct Impostazioni
     QString PathFogli;
     QString PathImpExp;
 
+    // The store, from the local INI's [ARCHIVIO]: "SQLITE" (the files
+    // above) or "POSTGRES" (a server database; the password is never in
+    // the INI but in libpq's password or service file).
+    QString Motore = QStringLiteral("SQLITE");
+    QString ServerHost;
+    int ServerPorta = 0; // 0: libpq's default
+    QString ServerDatabase;
+    QString ServerUtente;
+    QString ServerServizio; // a service of pg_service.conf, instead of the above
+    QString Postazione;     // names the workstation's working schema
+
     std::array<QString, 14> MesiNomi;
 
     QString CodLit = QStringLiteral("LIT");

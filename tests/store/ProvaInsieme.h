@@ -2,13 +2,17 @@
 
 // A set of the four files in a temporary folder, laid out as the settings
 // expect (data folder, operator's folder, working folder), with the
-// settings pointing at it. Messages are recorded and answered Cancel unless
+// settings pointing at it. With SORVANE_PROVA_SERVER set the set is a
+// database of its own on that server, made for the test and dropped after
+// it; the folder still holds
+// what is not data (settings, reports, prints). Messages are recorded and answered Cancel unless
 // a test says otherwise, so that no Retry loop can run for ever.
 
 #include "frame/core/Impostazioni.h"
 #include "frame/core/Messaggi.h"
 #include "frame/core/Sessione.h"
 #include "store/Connessione.h"
+#include "store/Motore.h"
 #include "store/Schema.h"
 #include "support/CartellaProva.h"
 
@@ -38,14 +42,46 @@ inline void Scrivi(const QSqlDatabase &db, const QString &sql, const QVariantLis
     ASSERT_TRUE(q.exec()) << qPrintable(sql) << " " << qPrintable(q.lastError().text());
 }
 
-// A plain connection of its own on one file, removed at the end: the
-// "other program" of the tests.
+// The tests run on the server when SORVANE_PROVA_SERVER names it
+// ("host:port"); they connect as "sorvane" through libpq's variables.
+inline bool SuServerDiProva()
+{
+    static const bool server = [] {
+        const QString indirizzo = qEnvironmentVariable("SORVANE_PROVA_SERVER");
+        if (indirizzo.isEmpty())
+            return false;
+        const qsizetype due = indirizzo.lastIndexOf(QLatin1Char(':'));
+        qputenv("PGHOST", indirizzo.left(due).toUtf8());
+        qputenv("PGPORT", indirizzo.mid(due + 1).toUtf8());
+        if (qEnvironmentVariableIsEmpty("PGUSER"))
+            qputenv("PGUSER", "sorvane");
+        return true;
+    }();
+    return server;
+}
+
+// For a test of what only files have (paths, journal modes, permissions).
+#define SOLO_SU_FILE()                                                                        \
+    do {                                                                                      \
+        if (::sorvane::prova::SuServerDiProva())                                              \
+            GTEST_SKIP() << "archivi su file";                                                \
+    } while (0)
+
+// A plain connection of its own, removed at the end: the "other program" of
+// the tests. On one file; on the server, to the test's database with the
+// program's search path (the file then only says nothing).
 class AltraConnessione
 {
 public:
     explicit AltraConnessione(const QString &file)
         : m_nome(QUuid::createUuid().toString())
     {
+        if (SuServerDiProva()) {
+            QSqlDatabase db = AggiungiServer(m_nome);
+            if (db.open())
+                PreparaSessione(db, nullptr);
+            return;
+        }
         QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_nome);
         db.setDatabaseName(file);
         db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=100"));
@@ -74,12 +110,46 @@ protected:
         m_messaggi.gestore = [](const Richiesta &) { return std::optional(Risposta::Annulla); };
         sessione().CodiceOperatore = QString::fromLatin1(Operatore);
         Punta(m_cartella.percorso());
+        if (SuServerDiProva())
+            ASSERT_NO_FATAL_FAILURE(CreaDatabaseDiProva());
     }
 
     void TearDown() override
     {
         ChiudiDatabase();
+        if (!m_database.isEmpty())
+            Amministra(QStringLiteral("DROP DATABASE IF EXISTS \"%1\" WITH (FORCE)").arg(m_database));
         impostazioni() = Impostazioni();
+    }
+
+    // A statement on the server's maintenance database.
+    static bool Amministra(const QString &sql, QString *errore = nullptr)
+    {
+        const QString nome = QUuid::createUuid().toString();
+        bool fatto = false;
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), nome);
+            db.setDatabaseName(QStringLiteral("postgres"));
+            QSqlQuery q(db);
+            fatto = db.open() && q.exec(sql);
+            if (!fatto && errore)
+                *errore = db.lastError().text() + QLatin1Char(' ') + q.lastError().text();
+        }
+        QSqlDatabase::removeDatabase(nome);
+        return fatto;
+    }
+
+    void CreaDatabaseDiProva()
+    {
+        m_database = QStringLiteral("prova_")
+                     + QUuid::createUuid().toString(QUuid::Id128).left(20);
+        QString errore;
+        ASSERT_TRUE(Amministra(QStringLiteral("CREATE DATABASE \"%1\"").arg(m_database), &errore))
+            << qPrintable(errore);
+        Impostazioni &imp = impostazioni();
+        imp.Motore = QStringLiteral("POSTGRES");
+        imp.ServerDatabase = m_database;
+        imp.Postazione = QStringLiteral("prova");
     }
 
     // Settings on a data folder under `radice`.
@@ -94,6 +164,11 @@ protected:
         imp.FileVisite = imp.PathDati + Operatore + sep + NomeFile(Archivio::Visite);
         imp.FileLavoro = imp.PathLavoroOperatore + NomeFile(Archivio::Lavoro);
         imp.FileIndici.clear();
+        if (!m_database.isEmpty()) {
+            imp.Motore = QStringLiteral("POSTGRES");
+            imp.ServerDatabase = m_database;
+            imp.Postazione = QStringLiteral("prova");
+        }
     }
 
     // Makes one file of the set with its whole schema.
@@ -104,7 +179,9 @@ protected:
         AltraConnessione c(file);
         QSqlDatabase db = c.db();
         QString errore;
-        ASSERT_TRUE(CreaSchema(db, a, QStringLiteral("main"), &errore)) << qPrintable(errore);
+        ASSERT_TRUE(CreaSchema(db, a, SuServer(db) ? SchemaServer(a) : QStringLiteral("main"),
+                               &errore))
+            << qPrintable(errore);
     }
     void CreaTutti()
     {
@@ -117,6 +194,7 @@ protected:
 
     CartellaProva m_cartella;
     MessaggiRegistrati m_messaggi;
+    QString m_database; // on the server
 };
 
 } // namespace sorvane::prova
