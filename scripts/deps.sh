@@ -21,6 +21,9 @@ PACCHETTI=(
     mdbtools-dev mdbtools
     # The benches measure the lists and exports against the sqlite3 tool.
     sqlite3
+    # The server store: Qt's PostgreSQL driver, and the server itself (with
+    # citext) for the private cluster the tests and benches start.
+    libqt6sql6-psql postgresql postgresql-contrib
 )
 
 mancanti=()
