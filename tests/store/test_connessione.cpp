@@ -115,6 +115,7 @@ private:
 
 TEST_F(Connessione, UnArchivioDiLavoroVuotoHaTuttiGliAllegati)
 {
+    SOLO_SU_FILE();
     // An empty working file: not even the catalogue is there.
     QFile::remove(PercorsoArchivio(Archivio::Lavoro));
     { AltraConnessione vuoto(PercorsoArchivio(Archivio::Lavoro)); vuoto.esegui("VACUUM"); }
@@ -143,6 +144,7 @@ TEST_F(Connessione, UnArchivioDiLavoroVuotoHaTuttiGliAllegati)
 
 TEST_F(Connessione, UnSoloAllegatoScadutoLiRicostruisceTutti)
 {
+    SOLO_SU_FILE();
     ASSERT_TRUE(Connetti());
     // One entry points at a file that has gone; another at a different file
     // that exists, which the count takes as good.
@@ -180,12 +182,17 @@ TEST_F(Connessione, TabellaMancanteDettaUnaVoltaELAvvioProsegue)
 TEST_F(Connessione, FileMancanteNonVieneCreato)
 {
     const QString visite = PercorsoArchivio(Archivio::Visite);
-    ASSERT_TRUE(QFile::remove(visite));
+    if (SuServerDiProva()) {
+        AltraConnessione server(visite);
+        ASSERT_TRUE(server.esegui("DROP SCHEMA \"visite_OP1\" CASCADE"));
+    } else {
+        ASSERT_TRUE(QFile::remove(visite));
+    }
 
     EXPECT_FALSE(Connetti());
     ASSERT_EQ(m_messaggi.richieste().size(), 1);
     const Richiesta r = m_messaggi.richieste().first();
-    EXPECT_EQ(r.testo, "DATABASE " + visite + " INESISTENTE");
+    EXPECT_EQ(r.testo, "DATABASE " + LuogoArchivio(Archivio::Visite) + " INESISTENTE");
     EXPECT_EQ(r.titolo, NomeProgrammaMaiuscolo() + " -ERRORE");
     EXPECT_EQ(r.icona, Icona::Stop);
     EXPECT_EQ(r.pulsanti, Pulsanti::RiprovaAnnulla);
@@ -200,6 +207,7 @@ TEST_F(Connessione, FileMancanteNonVieneCreato)
 
 TEST_F(Connessione, FileDaScrivereInSolaLetturaRifiutatoAllAvvio)
 {
+    SOLO_SU_FILE();
     // The engine would open them for reading without a word.
     for (Archivio a : {Archivio::Dati, Archivio::Lavoro}) {
         const QString file = PercorsoArchivio(a);
@@ -220,6 +228,7 @@ TEST_F(Connessione, FileDaScrivereInSolaLetturaRifiutatoAllAvvio)
 
 TEST_F(Connessione, FileCheNonEUnDatabaseRestaIntatto)
 {
+    SOLO_SU_FILE();
     for (Archivio a : {Archivio::Dati, Archivio::Lavoro, Archivio::Indici}) {
         const QString file = PercorsoArchivio(a);
         const QByteArray prima = "non sono un database, solo testo\n";
@@ -242,6 +251,7 @@ TEST_F(Connessione, FileCheNonEUnDatabaseRestaIntatto)
 
 TEST_F(Connessione, OgniFileInJournalConSincroniaPienaEAttesa)
 {
+    SOLO_SU_FILE();
     {
         AltraConnessione dati(PercorsoArchivio(Archivio::Dati));
         ASSERT_EQ(dati.valore("PRAGMA journal_mode = WAL").toString(), "wal");
@@ -261,6 +271,7 @@ TEST_F(Connessione, OgniFileInJournalConSincroniaPienaEAttesa)
 
 TEST_F(Connessione, WalTenutoDaUnAltroProgrammaRifiutato)
 {
+    SOLO_SU_FILE();
     AltraConnessione dati(PercorsoArchivio(Archivio::Dati));
     ASSERT_EQ(dati.valore("PRAGMA journal_mode = WAL").toString(), "wal");
     ASSERT_TRUE(dati.valore("SELECT count(*) FROM Societa").isValid());
@@ -275,6 +286,7 @@ TEST_F(Connessione, WalTenutoDaUnAltroProgrammaRifiutato)
 
 TEST_F(Connessione, FileBloccatoDaUnAltroProgramma)
 {
+    SOLO_SU_FILE();
     AltraConnessione visite(PercorsoArchivio(Archivio::Visite));
     ASSERT_TRUE(visite.esegui("BEGIN EXCLUSIVE"));
     ASSERT_TRUE(visite.esegui("INSERT INTO VisiteN VALUES (1, 37000, 5)"));
@@ -302,7 +314,46 @@ TEST_F(Connessione, IndiciNonApribili)
     EXPECT_EQ(tabella.titolo, "ERRORE APERTURA TABELLA");
     EXPECT_EQ(tabella.icona, Icona::Esclamazione);
     const Richiesta avvio = m_messaggi.richieste()[1];
-    EXPECT_EQ(avvio.testo, "ERRORE IN APERTURA INDICI\nDataBase: " + impostazioni().FileIndici);
+    EXPECT_EQ(avvio.testo, "ERRORE IN APERTURA INDICI\nDataBase: " + LuogoArchivio(Archivio::Indici));
     EXPECT_EQ(avvio.titolo, NomeProgrammaMaiuscolo() + " -ERRORE");
     EXPECT_FALSE(archivi().IndiciAperto);
+}
+
+// A workstation new to the office: its working schema is made at the start,
+// and every table of the list answers by its plain name.
+TEST_F(Connessione, SulServerLoSchemaDiLavoroNuovoNasceAllAvvio)
+{
+    if (!SuServerDiProva())
+        GTEST_SKIP() << "solo sul server";
+    impostazioni().Postazione = QStringLiteral("nuova");
+    ASSERT_TRUE(Connetti()) << qPrintable(sessione().TestoErrore);
+    EXPECT_EQ(m_parole.mid(0, 1), QStringList{"Collegamento al server"});
+    EXPECT_EQ(m_parole.mid(1, 8), ParoleApertura);
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join("|"));
+    EXPECT_EQ(Valore("SELECT current_schema()").toString(), "lavoro_OP1_nuova");
+    for (const char *t : {"Distinte", "BkDistinte", "VisiteN", "Indici", "TabAzioni"})
+        EXPECT_TRUE(Esegui(QString("SELECT * FROM %1").arg(t))) << t;
+
+    // Text keys compare without case, as on the files.
+    ASSERT_TRUE(Esegui("INSERT INTO DistCausali VALUES ('abc', 'Versamento', '+')"));
+    EXPECT_EQ(Valore("SELECT Descrizione FROM DistCausali WHERE Codice = 'ABC'").toString(),
+              "Versamento");
+    EXPECT_EQ(Valore("SELECT count(*) FROM DistCausali WHERE Descrizione LIKE 'vers%'").toInt(), 1);
+    EXPECT_FALSE(Esegui("INSERT INTO DistCausali VALUES ('ABC', 'Altro', '-')"));
+}
+
+TEST_F(Connessione, SulServerIrraggiungibileRiprovaOAnnulla)
+{
+    if (!SuServerDiProva())
+        GTEST_SKIP() << "solo sul server";
+    impostazioni().ServerHost = QStringLiteral("127.0.0.1");
+    impostazioni().ServerPorta = 1;
+    EXPECT_FALSE(Connetti());
+    ASSERT_EQ(m_messaggi.richieste().size(), 1);
+    const Richiesta r = m_messaggi.richieste().first();
+    EXPECT_TRUE(r.testo.startsWith("SERVER 127.0.0.1/" + impostazioni().ServerDatabase
+                                   + " NON RAGGIUNGIBILE\n"))
+        << qPrintable(r.testo);
+    EXPECT_EQ(r.pulsanti, Pulsanti::RiprovaAnnulla);
+    EXPECT_FALSE(archivi().DbDatiAperto);
 }

@@ -29,6 +29,7 @@ class FileDati : public ::testing::Test
 protected:
     void SetUp() override
     {
+        SOLO_SU_FILE();
         QString errore;
         ASSERT_TRUE(CreaSchema(db, Archivio::Dati, QStringLiteral("main"), &errore))
             << qPrintable(errore);
