@@ -109,8 +109,12 @@ int Transazione::profondita(const QSqlDatabase &db)
 bool Transazione::esegui(const QString &sql)
 {
     if (!m_db.isOpen()) {
-        m_errore = QStringLiteral("DATABASE NON APERTO");
-        m_codice = 0;
+        // The driver closes a connection the server has dropped.
+        const bool perso = SuServer(m_db);
+        m_errore = perso ? QStringLiteral("COLLEGAMENTO CON IL SERVER INTERROTTO\n"
+                                          "NESSUNA MODIFICA E' STATA REGISTRATA")
+                         : QStringLiteral("DATABASE NON APERTO");
+        m_codice = perso ? sqlite::ErroreIO : 0;
         return false;
     }
     QSqlQuery q(m_db);

@@ -188,3 +188,24 @@ TEST_F(Transazioni, UnAltroScrittoreFermaLInizio)
     EXPECT_FALSE(t.conferma());
     EXPECT_EQ(Transazione::profondita(Db()), 0);
 }
+
+// The server goes away in the middle of a save: nothing of it is kept, and
+// the words say what happened.
+TEST_F(Transazioni, SulServerUnCollegamentoCadutoANulla)
+{
+    if (!SuServerDiProva())
+        GTEST_SKIP() << "solo sul server";
+    const qint64 processo = Valore("SELECT pg_backend_pid()").toLongLong();
+    Transazione t;
+    ASSERT_TRUE(t.attiva());
+    ASSERT_TRUE(ScriviDue(1));
+    {
+        AltraConnessione amministratore(PercorsoArchivio(Archivio::Dati));
+        ASSERT_TRUE(amministratore.esegui(QString("SELECT pg_terminate_backend(%1)").arg(processo)));
+    }
+    EXPECT_FALSE(ScriviDue(2));
+    EXPECT_FALSE(t.conferma());
+    EXPECT_EQ(t.codice() & 0xff, sqlite::ErroreIO);
+    EXPECT_TRUE(t.errore().startsWith("COLLEGAMENTO CON IL SERVER INTERROTTO\n")) << qPrintable(t.errore());
+    EXPECT_EQ(RigheSuDisco(), qMakePair(0, 0));
+}
