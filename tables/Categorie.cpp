@@ -11,9 +11,21 @@ namespace sorvane {
 
 namespace {
 
-// INSERT OR REPLACE keeps one row per code; the row is written whole.
-QString Scrivi(const QString &sql, const QVariantList &valori, const QString &frase)
+// One row per code, written whole: a new code is added, a known one (in
+// any case of its letters) takes every value given, the code's spelling too.
+QString Scrivi(const QString &tabella, const QStringList &colonne, const QVariantList &valori,
+               const QString &frase)
 {
+    QStringList segni, nuovi;
+    for (const QString &c : colonne) {
+        segni.append(QStringLiteral("?"));
+        nuovi.append(c + QStringLiteral(" = excluded.") + c);
+    }
+    const QString sql = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3) ON CONFLICT (%4) "
+                                       "DO UPDATE SET %5")
+                            .arg(tabella, colonne.join(QStringLiteral(", ")),
+                                 segni.join(QStringLiteral(", ")), colonne.first(),
+                                 nuovi.join(QStringLiteral(", ")));
     Transazione t;
     if (!t.attiva())
         return TestoGuasto(frase, t.errore());
@@ -43,8 +55,10 @@ std::optional<Categoria> LeggiCategoria(const QString &codice)
 
 QString AggCateg(const Categoria &c)
 {
-    return Scrivi(QStringLiteral("INSERT OR REPLACE INTO TabCategorie (Codice, Descrizione, "
-                                 "Tipo, BuoniCattivi, Colore, Totale) VALUES (?, ?, ?, ?, ?, ?)"),
+    return Scrivi(QStringLiteral("TabCategorie"),
+                  {QStringLiteral("Codice"), QStringLiteral("Descrizione"), QStringLiteral("Tipo"),
+                   QStringLiteral("BuoniCattivi"), QStringLiteral("Colore"),
+                   QStringLiteral("Totale")},
                   {c.Codice.trimmed(), c.Descrizione, c.Tipo, c.BuoniCattivi, c.Colore, c.Totale},
                   QStringLiteral("LA CATEGORIA %1 NON E' STATA REGISTRATA.").arg(c.Codice));
 }
@@ -61,9 +75,8 @@ std::optional<QString> LeggiGruppo(const QString &codice)
 
 QString AggGruppi(const QString &codice, const QString &descrizione)
 {
-    return Scrivi(QStringLiteral("INSERT OR REPLACE INTO TabGruppi (GrpCodice, GrpDescrizione) "
-                                 "VALUES (?, ?)"),
-                  {codice.trimmed(), descrizione},
+    return Scrivi(QStringLiteral("TabGruppi"),
+                  {QStringLiteral("GrpCodice"), QStringLiteral("GrpDescrizione")}, {codice.trimmed(), descrizione},
                   QStringLiteral("IL GRUPPO %1 NON E' STATO REGISTRATO.").arg(codice));
 }
 

@@ -3,6 +3,7 @@
 // day's rates and of the list's order.
 
 #include "ProvaCambi.h"
+#include "../distinte/ProvaDistinte.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +11,12 @@ namespace sorvane::prova {
 namespace {
 
 using ListaCambi = ProvaCambi;
+
+// The refusing trigger of the slip tests, on both engines.
+struct Rifiuti : ProvaDistinte
+{
+    using ProvaDistinte::Rifiuta;
+};
 
 TEST_F(ListaCambi, LeValuteDelModoEIlCambioDelGiorno)
 {
@@ -73,14 +80,8 @@ TEST_F(ListaCambi, UnTestoDiventaZeroEConfermaNeCancellaIlCambioDelGiorno)
 TEST_F(ListaCambi, UnaRigaRifiutataLasciaTuttiICambiComeErano)
 {
     // The trigger stands in the file of the table.
-    const QString file = Valore(QStringLiteral("SELECT name FROM pragma_database_list d WHERE "
-                                               "EXISTS (SELECT 1 FROM pragma_table_list "
-                                               "WHERE schema = d.name AND name = 'TabCambi')"))
-                             .toString();
-    ASSERT_FALSE(file.isEmpty());
-    Scrivi(QStringLiteral("CREATE TRIGGER %1.rifiuta_jpy BEFORE INSERT ON TabCambi "
-                          "WHEN NEW.CmbMoneta = 'JPY' BEGIN SELECT RAISE(ABORT, 'no'); END")
-               .arg(file));
+    const QString schema = SchemaDi(Db(), TrovaTabella(QStringLiteral("TabCambi"))->archivio);
+    Rifiuti::Rifiuta(schema + ".rifiuta_jpy", "INSERT", "TabCambi", "no", "NEW.CmbMoneta = 'JPY'");
     ElencoCambi e;
     ASSERT_TRUE(e.caricaValute(RicercaValute, nullptr));
     e.caricaCambi(m_cambi, Giorno);

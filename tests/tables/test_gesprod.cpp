@@ -209,8 +209,8 @@ TEST_F(SchermoProdotti, SchedaControlliQuoteESalvataggio)
     g.Premi_CmdT(0);
     Attendi();
     EXPECT_TRUE(g.Picture1()->isVisible());
-    EXPECT_EQ(Righe("SELECT Moneta, EmissioneDat IS NULL, Periodo, TipoPeriodo FROM TabProdotti "
-                    "WHERE Codice = 'BTP01'"),
+    EXPECT_EQ(Righe("SELECT Moneta, CASE WHEN EmissioneDat IS NULL THEN 1 ELSE 0 END, Periodo, "
+                    "TipoPeriodo FROM TabProdotti WHERE Codice = 'BTP01'"),
               QStringList{"USD|1|6|2"});
     EXPECT_EQ(Righe("SELECT MpCategoria, MpPercentuale FROM TabMultiPartner"),
               QStringList{"OBB|25"});
@@ -234,7 +234,7 @@ TEST_F(SchermoProdotti, UnaSolaVoltaIlSalvataggioELaRisposta)
 
 TEST_F(SchermoProdotti, SenzaTabellaDeiBuoniCattivi)
 {
-    Scrivi("DROP TABLE " + NomeSchema(Archivio::Dati) + ".TabBuoCat");
+    Scrivi("DROP TABLE " + NomeSchemaSql(SchemaDi(Db(), Archivio::Dati)) + ".TabBuoCat");
     QString pannello;
     installaGestoreModale([&](QDialog &d) {
         pannello = QString::fromLatin1(d.metaObject()->className());

@@ -76,8 +76,8 @@ TEST_F(RegoleProdotti, SalvaConQuoteIndiciEDataNulla)
     p.AcquistoDat = DataDaParti("10", "01", "2024");
     p.AcquistoImp = 98.5;
     ASSERT_EQ(SalvaProdotto(p, {{"OBB", 30}}), "");
-    EXPECT_EQ(Righe("SELECT EmissioneDat IS NULL, AcquistoDat FROM TabProdotti "
-                    "WHERE Codice = 'BTP01'"),
+    EXPECT_EQ(Righe("SELECT CASE WHEN EmissioneDat IS NULL THEN 1 ELSE 0 END, AcquistoDat "
+                    "FROM TabProdotti WHERE Codice = 'BTP01'"),
               QStringList{"1|45301"});
     EXPECT_EQ(Righe("SELECT IndData, IndValore, IndMoneta FROM Indici"),
               QStringList{"45301|98.5|EUR"});
@@ -157,8 +157,8 @@ TEST_F(EliminaProdotti, DueDomandeETuttoInsieme)
     EXPECT_EQ(Stato(), QStringList{"3|2|1|2|1"});
 
     // A failure halfway keeps every row.
-    Scrivi("CREATE TEMP TRIGGER blocca BEFORE DELETE ON " + NomeSchema(Archivio::Dati)
-           + ".TabMultiPartner BEGIN SELECT RAISE(ABORT, 'bloccato'); END");
+    const QString multi = NomeSchemaSql(SchemaDi(Db(), Archivio::Dati)) + ".TabMultiPartner";
+    Rifiuta("temp.blocca", "DELETE", multi, "bloccato");
     m_messaggi.pulisci();
     m_messaggi.rispondi(Risposta::Si);
     m_messaggi.rispondi(Risposta::Si);
@@ -166,7 +166,7 @@ TEST_F(EliminaProdotti, DueDomandeETuttoInsieme)
     EXPECT_TRUE(m_messaggi.testi().value(2).startsWith("ERRORE IN CANCELLAZIONE: non cancello"));
     EXPECT_EQ(Stato(), QStringList{"3|2|1|2|1"});
 
-    Scrivi("DROP TRIGGER temp.blocca");
+    TogliRifiuto("temp.blocca", multi);
     m_messaggi.rispondi(Risposta::Si);
     m_messaggi.rispondi(Risposta::Si);
     EXPECT_EQ(EliminaProdotto("BTP01"), EsitoEliminazione::Eliminato);
