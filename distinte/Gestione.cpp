@@ -6,7 +6,6 @@
 #include "store/Connessione.h"
 #include "store/Transazione.h"
 
-#include <QHash>
 #include <QSqlError>
 #include <QStringList>
 
@@ -48,28 +47,25 @@ QString CampoDellaColonna(int colonna)
 }
 
 // A sorted field of a joined table: its table, the table's code, the
-// movement's column holding that code, the table's index on the field and
-// the join of the third table.
+// movement's column holding that code, and the third table with its join.
 struct Legame
 {
     const char *tabella;
     const char *codice;
     const char *legame;
-    const char *indice;
-    QString altra;
+    const char *altra;
+    const char *unione;
 };
 
-const QString UnisciClienti =
-    QStringLiteral(" CROSS JOIN Clienti ON Clienti.CliCodice = Distinte.dstCliente");
-const QString UnisciCausali =
-    QStringLiteral(" CROSS JOIN DistCausali ON Distinte.dstCausale = DistCausali.Codice");
+const char *const UnioneClienti = "Clienti.CliCodice = Distinte.dstCliente";
+const char *const UnioneCausali = "Distinte.dstCausale = DistCausali.Codice";
 
 const Legame *LegameDi(const QString &campo)
 {
-    static const Legame cliente{"Clienti", "CliCodice", "dstCliente", "Clienti_ragsoc",
-                                UnisciCausali};
-    static const Legame causale{"DistCausali", "Codice", "dstCausale", "DistCausali_secondaria",
-                                UnisciClienti};
+    static const Legame cliente{"Clienti", "CliCodice", "dstCliente", "DistCausali",
+                                UnioneCausali};
+    static const Legame causale{"DistCausali", "Codice", "dstCausale", "Clienti",
+                                UnioneClienti};
     if (campo == QLatin1String("CliRagsoc"))
         return &cliente;
     if (campo == QLatin1String("Descrizione"))
@@ -93,49 +89,44 @@ QString ElencoSpareggio(const QString &campo)
     return nomi.join(QStringLiteral(", "));
 }
 
-// The index of `Distinte` that a field's pages walk (see the schema).
-QString IndiceOrdine(const QString &campo)
+// The tables of a group's rows and of the search for the next group, with
+// their joins: the movements first, then their client and reason; for a
+// joined table's field, that table first, each value's movements after.
+// A cross join keeps the order of the loops as written, so that each group
+// walks the index on its own field (see the schema) and not the filter's
+// date range over the whole ledger; the joins stand in the WHERE clause.
+struct Tavole
 {
-    static const QHash<QString, QString> indici{
-        {QStringLiteral("dstData"), QStringLiteral("data")},
-        {QStringLiteral("CliRagsoc"), QStringLiteral("cliente")},
-        {QStringLiteral("Descrizione"), QStringLiteral("causale")},
-        {QStringLiteral("dstImporto"), QStringLiteral("importo")},
-        {QStringLiteral("dstAssegno"), QStringLiteral("assegno")},
-        {QStringLiteral("dstBanca"), QStringLiteral("banca")},
-        {QStringLiteral("dstSpeseUT"), QStringLiteral("spese")}};
-    return QStringLiteral("Distinte_ordine_") + indici.value(campo);
+    QString da;
+    QString unioni;
+};
+
+Tavole TavoleMovimenti()
+{
+    return {QStringLiteral(" FROM Distinte CROSS JOIN Clienti CROSS JOIN DistCausali"),
+            QString::fromLatin1(UnioneClienti) + QStringLiteral(" AND ")
+                + QString::fromLatin1(UnioneCausali)};
 }
 
-// The joins of a group's rows: the movements along the field's index, then
-// their client and reason. The order of the loops is fixed, and so is the
-// index, as the filter's date range would otherwise draw the planner to
-// the date's index and a walk of the whole ledger for a small group.
-QString DaiMovimenti(const QString &campo)
-{
-    return QStringLiteral(" FROM Distinte INDEXED BY ") + IndiceOrdine(campo) + UnisciClienti
-           + UnisciCausali;
-}
-
-// The joins that find the next group: a joined table's field is walked on
-// that table's index, each value's movements along the code's index.
-QString DaiGruppi(const QString &campo)
+Tavole TavoleGruppi(const QString &campo)
 {
     const Legame *l = LegameDi(campo);
     if (!l)
-        return DaiMovimenti(campo);
-    return QStringLiteral(" FROM %1 INDEXED BY %2 CROSS JOIN Distinte INDEXED BY %3"
-                          " ON Distinte.%4 = %1.%5")
-               .arg(QString::fromLatin1(l->tabella), QString::fromLatin1(l->indice),
-                    IndiceOrdine(campo), QString::fromLatin1(l->legame),
-                    QString::fromLatin1(l->codice))
-           + l->altra;
+        return TavoleMovimenti();
+    return {QStringLiteral(" FROM %1 CROSS JOIN Distinte CROSS JOIN %2")
+                .arg(QString::fromLatin1(l->tabella), QString::fromLatin1(l->altra)),
+            QStringLiteral("Distinte.%1 = %2.%3 AND ")
+                    .arg(QString::fromLatin1(l->legame), QString::fromLatin1(l->tabella),
+                         QString::fromLatin1(l->codice))
+                + QString::fromLatin1(l->unione)};
 }
 
-QString Dove(const CondizioneDistinte &condizione, const QString &altro)
+QString Dove(const Tavole &tavole, const CondizioneDistinte &condizione, const QString &altro)
 {
-    return condizione.vuota() ? QStringLiteral(" WHERE ") + altro
-                              : condizione.where + QStringLiteral(" AND ") + altro;
+    const QString resto = tavole.unioni + QStringLiteral(" AND ") + altro;
+    return tavole.da
+           + (condizione.vuota() ? QStringLiteral(" WHERE ") + resto
+                                 : condizione.where + QStringLiteral(" AND ") + resto);
 }
 
 QString NomeFetta(int i) { return QStringLiteral("dstCodP") + QString::number(i); }
@@ -207,7 +198,13 @@ QString OrdinePer(const QString &campo, bool discendente)
     const QString coda = campo == QLatin1String("dstData")
                              ? QStringLiteral(", dstCodice, dstPrg")
                              : QStringLiteral(", dstData, dstCodice, dstPrg");
-    return QStringLiteral(" ORDER BY ") + campo
+    // Empty values first ascending and last descending, whichever way the
+    // engine places NULLs by itself; the date is never empty in a range.
+    const QString nulli = campo == QLatin1String("dstData")
+                              ? QString()
+                              : campo + (discendente ? QStringLiteral(" IS NOT NULL DESC, ")
+                                                     : QStringLiteral(" IS NOT NULL, "));
+    return QStringLiteral(" ORDER BY ") + nulli + campo
            + (discendente ? QStringLiteral(" DESC") : QStringLiteral(" ASC")) + coda;
 }
 
@@ -299,8 +296,8 @@ bool PagineDistinte::gruppoSeguente(QString *errore)
         valori.append(m_valore);
     }
     QSqlQuery q(Db());
-    const QString sql = QStringLiteral("SELECT ") + chiave + DaiGruppi(m_ordine.campo)
-                        + Dove(m_condizione, condizione) + QStringLiteral(" ORDER BY ") + chiave
+    const QString sql = QStringLiteral("SELECT ") + chiave
+                        + Dove(TavoleGruppi(m_ordine.campo), m_condizione, condizione) + QStringLiteral(" ORDER BY ") + chiave
                         + (discendente ? QStringLiteral(" DESC") : QString())
                         + QStringLiteral(" LIMIT 1");
     if (!esegui(sql, valori, &q, errore))
@@ -357,8 +354,8 @@ bool PagineDistinte::righeDelGruppo(int quante, QList<QVariantList> *righe, QStr
     }
     valori.append(quante);
     QSqlQuery q(Db());
-    const QString sql = CampiGriglia + DaiMovimenti(m_ordine.campo)
-                        + Dove(m_condizione, condizione) + QStringLiteral(" ORDER BY ") + elenco + QStringLiteral(" LIMIT ?");
+    const QString sql = CampiGriglia + Dove(TavoleMovimenti(), m_condizione, condizione)
+                        + QStringLiteral(" ORDER BY ") + elenco + QStringLiteral(" LIMIT ?");
     if (!esegui(sql, valori, &q, errore))
         return false;
     const qsizetype prima = righe->size();

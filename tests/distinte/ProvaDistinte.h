@@ -86,6 +86,45 @@ protected:
                v);
     }
 
+    // A statement run as it stands, unprepared: what changes the schema.
+    static void Cambia(const QString &sql)
+    {
+        QSqlQuery q(Db());
+        ASSERT_TRUE(q.exec(sql)) << qPrintable(sql) << " " << qPrintable(q.lastError().text());
+    }
+
+    // A trigger refusing the writes `evento` ("INSERT", "UPDATE OF x",
+    // "DELETE") on `tabella`, where `quando` holds (NEW./OLD. columns), with
+    // `testo` as the engine's words. `nome` may name the file on the files
+    // ("dati.Rifiuta"); on the server the trigger lives on its table.
+    static void Rifiuta(const QString &nome, const QString &evento, const QString &tabella,
+                        const QString &testo, const QString &quando = {})
+    {
+        if (!SuServerDiProva()) {
+            Cambia(QStringLiteral("CREATE TRIGGER %1 BEFORE %2 ON %3 %4 BEGIN "
+                                  "SELECT RAISE(ABORT, '%5'); END")
+                       .arg(nome, evento, tabella,
+                            quando.isEmpty() ? QString() : QStringLiteral("WHEN ") + quando,
+                            testo));
+            return;
+        }
+        const QString solo = nome.section(QLatin1Char('.'), -1);
+        Cambia(QStringLiteral("CREATE FUNCTION %1() RETURNS trigger LANGUAGE plpgsql AS $f$ "
+                              "BEGIN IF %2 THEN RAISE EXCEPTION '%3'; END IF; "
+                              "IF TG_OP = 'DELETE' THEN RETURN OLD; END IF; RETURN NEW; END $f$")
+                   .arg(solo, quando.isEmpty() ? QStringLiteral("true") : quando, testo));
+        Cambia(QStringLiteral("CREATE TRIGGER %1 BEFORE %2 ON %3 FOR EACH ROW EXECUTE FUNCTION %1()")
+                   .arg(solo, evento, tabella));
+    }
+    static void TogliRifiuto(const QString &nome, const QString &tabella)
+    {
+        if (!SuServerDiProva())
+            return Cambia(QStringLiteral("DROP TRIGGER ") + nome);
+        const QString solo = nome.section(QLatin1Char('.'), -1);
+        Cambia(QStringLiteral("DROP TRIGGER %1 ON %2").arg(solo, tabella));
+        Cambia(QStringLiteral("DROP FUNCTION %1()").arg(solo));
+    }
+
     // Every row of a query, its values joined by "|".
     static QStringList Righe(const QString &sql, const QVariantList &valori = {})
     {

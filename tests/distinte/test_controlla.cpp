@@ -160,7 +160,7 @@ TEST_F(Controlla, LaMonetaSenzaCambioNonECodificata)
     // Blank takes the base currency: without the rate table any lookup
     // would be told to the user.
     m_messaggi.pulisci();
-    Scrivi(QStringLiteral("DROP TABLE TabCambi"));
+    Cambia(QStringLiteral("DROP TABLE TabCambi"));
     impostazioni().CodBase = QStringLiteral("LIT");
     m_campi.imposta(CampoMoneta, QStringLiteral("  "));
     EXPECT_EQ(m_controllo.ControllaCampo(CampoMoneta), 0);
