@@ -147,8 +147,11 @@ int ClasseDaStato(const QString &s)
         return 0;
     if (s.startsWith(QLatin1String("23")))
         return sqlite::Vincolo;
-    if (s == QLatin1String("40001") || s == QLatin1String("40P01") || s == QLatin1String("55P03")
-        || s == QLatin1String("55006"))
+    // A deadlock or a serialization failure: the transaction must start
+    // again, as after the files' stale snapshot.
+    if (s == QLatin1String("40001") || s == QLatin1String("40P01"))
+        return sqlite::Istantanea;
+    if (s == QLatin1String("55P03") || s == QLatin1String("55006"))
         return sqlite::Occupato;
     if (s == QLatin1String("25006") || s == QLatin1String("42501"))
         return sqlite::SolaLettura;

@@ -156,6 +156,34 @@ bool Transazione::conferma(int tentativi)
     return false;
 }
 
+bool Ripetibile(int codice)
+{
+    return codice == sqlite::Istantanea;
+}
+
+bool InTransazione(const std::function<bool(int *codice)> &corpo, QString *errore,
+                   int tentativi)
+{
+    for (int volta = 1;; ++volta) {
+        Transazione t;
+        if (!t.attiva()) {
+            if (errore)
+                *errore = t.errore();
+            return false;
+        }
+        int codice = 0;
+        if (corpo(&codice)) {
+            if (t.conferma())
+                return true;
+            codice = t.codice();
+            if (errore)
+                *errore = t.errore();
+        }
+        if (!Ripetibile(codice) || volta >= tentativi)
+            return false;
+    }
+}
+
 void Transazione::annulla()
 {
     if (!m_attiva)

@@ -17,6 +17,8 @@
 #include <QSqlDatabase>
 #include <QString>
 
+#include <functional>
+
 class QSqlError;
 
 namespace sorvane {
@@ -62,6 +64,21 @@ private:
     int m_codice = 0;
 };
 
+// Runs `corpo` in a transaction of its own on the program's connection and
+// commits it. When the engine broke the transaction off in a way that only
+// starting again can mend (Ripetibile), the whole of it runs again, up to
+// `tentativi` times in all. corpo returns false on a failure and puts the
+// failing statement's code in *codice (CodiceSqlite, or a recordset's
+// NumeroErrore; 0 for a refusal of its own, which is never repeated). False
+// with *errore set to the commit's words when the commit failed (a body's
+// failure keeps what the body said).
+bool InTransazione(const std::function<bool(int *codice)> &corpo, QString *errore,
+                   int tentativi = 3);
+// A failure after which the transaction can only start again: a deadlock
+// or a serialization failure on the server, a stale snapshot on the files
+// (SQLITE_BUSY_SNAPSHOT, 517, the class the server's two are told with).
+bool Ripetibile(int codice);
+
 // The SQLite result code of an error (extended, as the driver reports it),
 // 0 when the error carries none; its primary part is codice & 0xff.
 int CodiceSqlite(const QSqlError &e);
@@ -76,6 +93,7 @@ QString TestoGuasto(const QString &frase, const QString &motivo);
 
 namespace sqlite {
 constexpr int Occupato = 5;    // SQLITE_BUSY
+constexpr int Istantanea = 517; // SQLITE_BUSY_SNAPSHOT
 constexpr int Bloccato = 6;    // SQLITE_LOCKED
 constexpr int SolaLettura = 8; // SQLITE_READONLY
 constexpr int ErroreIO = 10;   // SQLITE_IOERR

@@ -209,3 +209,37 @@ TEST_F(Transazioni, SulServerUnCollegamentoCadutoANulla)
     EXPECT_TRUE(t.errore().startsWith("COLLEGAMENTO CON IL SERVER INTERROTTO\n")) << qPrintable(t.errore());
     EXPECT_EQ(RigheSuDisco(), qMakePair(0, 0));
 }
+
+// A transaction the engine broke off runs again whole; a refusal of the
+// body's own does not.
+TEST_F(Transazioni, InTransazioneRipeteSoloCioCheSiPuoRipetere)
+{
+    int volte = 0;
+    QString errore;
+    const bool fatto = InTransazione(
+        [&](int *codice) {
+            ++volte;
+            if (!ScriviDue(volte))
+                return false;
+            if (volte < 3) {
+                *codice = sqlite::Istantanea;
+                return false;
+            }
+            return true;
+        },
+        &errore);
+    EXPECT_TRUE(fatto) << qPrintable(errore);
+    EXPECT_EQ(volte, 3);
+    EXPECT_EQ(Valore("SELECT min(dstCodice) FROM Distinte").toInt(), 3);
+    EXPECT_EQ(RigheSuDisco(), qMakePair(1, 1));
+
+    volte = 0;
+    EXPECT_FALSE(InTransazione([&](int *) { return ++volte == 0; }, &errore));
+    EXPECT_EQ(volte, 1);
+    if (SuServerDiProva()) {
+        // The server's deadlock is told as a transaction to start again.
+        QSqlQuery q(Db());
+        EXPECT_FALSE(q.exec("DO $$ BEGIN RAISE EXCEPTION 'stallo' USING ERRCODE = '40P01'; END $$"));
+        EXPECT_TRUE(Ripetibile(CodiceSqlite(q.lastError())));
+    }
+}
