@@ -273,7 +273,7 @@ TEST_F(ProvaInsDist, RigheRimasteTastiEUscita)
     // them for the next run, once it is told that the movement typed and
     // not added goes (No by default).
     Testata(ColNominativo, Qt::RightButton);
-    EXPECT_TRUE(s.Data1()->Query().contains(QStringLiteral("ORDER BY CliRagsoc DESC")));
+    EXPECT_TRUE(s.Data1()->Query().contains(QStringLiteral(" CliRagsoc DESC, ")));
     int fine = 0;
     installaFineProgramma([&fine] { ++fine; });
     m_messaggi.pulisci();
@@ -343,8 +343,7 @@ TEST_F(ProvaInsDist, IlClienteEQuelloCheSiVedeENienteVaPerso)
     Tasto(Qt::Key_Tab);
     EXPECT_EQ(m_liste, 2);
 
-    Scrivi(QStringLiteral("CREATE TRIGGER Rifiuta BEFORE INSERT ON BkDistinte "
-                          "BEGIN SELECT RAISE(ABORT, 'rifiutato'); END"));
+    Rifiuta("Rifiuta", "INSERT", "BkDistinte", "rifiutato");
     QStringList prima;
     for (int i = CampoGiorno; i <= CampoSpese; ++i)
         prima << s.txt(i)->text();
@@ -357,7 +356,7 @@ TEST_F(ProvaInsDist, IlClienteEQuelloCheSiVedeENienteVaPerso)
         dopo << s.txt(i)->text();
     EXPECT_EQ(dopo, prima);
     EXPECT_TRUE(s.Command1(1)->isVisible());
-    Scrivi(QStringLiteral("DROP TRIGGER Rifiuta"));
+    TogliRifiuto("Rifiuta", "BkDistinte");
     Premi(s.Command1(1));
     EXPECT_EQ(Righe(QStringLiteral("SELECT dstCliente, dstCodP0 FROM BkDistinte")),
               QStringList({"16|P1"}));
