@@ -1,5 +1,7 @@
 #include "lookup/RicercaAnagrafiche.h"
 
+#include "store/Schema.h"
+
 #include <QStringList>
 
 namespace sorvane {
@@ -184,8 +186,17 @@ SqlRicerca SqlAnagrafiche(const CriteriAnagrafiche &criteri, const OrdineAnagraf
 SqlRicerca SqlRigheClienti(const CriteriAnagrafiche &criteri, const OrdineAnagrafiche &ordine)
 {
     SqlRicerca s = CondizioniAnagrafiche(criteri);
-    s.testo = QStringLiteral("SELECT Clienti.*") + s.testo + OrdineSql(ordine);
+    s.testo = QStringLiteral("SELECT ") + CampiClienti(QStringLiteral("Clienti.")) + s.testo
+              + OrdineSql(ordine);
     return s;
+}
+
+QString CampiClienti(const QString &prefisso)
+{
+    QStringList c;
+    for (const Colonna &colonna : TrovaTabella(QStringLiteral("Clienti"))->colonne)
+        c << prefisso + colonna.nome;
+    return c.join(QStringLiteral(", "));
 }
 
 } // namespace sorvane

@@ -104,4 +104,9 @@ QString OrdineSql(const OrdineAnagrafiche &ordine);
 SqlRicerca SqlAnagrafiche(const CriteriAnagrafiche &criteri, const OrdineAnagrafiche &ordine);
 SqlRicerca SqlRigheClienti(const CriteriAnagrafiche &criteri, const OrdineAnagrafiche &ordine);
 
+// Every column of a client's row, in the table's order, each after
+// `prefisso`: the print's staging tables have the same columns, and naming
+// them keeps out whatever else the engine adds to a row.
+QString CampiClienti(const QString &prefisso = {});
+
 } // namespace sorvane

@@ -49,8 +49,9 @@ bool StagingEtichette(QSqlQuery &q, const CriteriAnagrafiche &criteri,
                       const OrdineAnagrafiche &ordine, QSqlError &errore)
 {
     const SqlRicerca sql = SqlRigheClienti(criteri, ordine);
+    // Read whole before the first insert: a server connection gives up a
+    // result still being fetched when another statement runs on it.
     QSqlQuery righe(Db());
-    righe.setForwardOnly(true);
     if (!Esegui(righe, sql.testo, sql.parametri)) {
         errore = righe.lastError();
         return false;
@@ -85,7 +86,8 @@ bool StagingEtichette(QSqlQuery &q, const CriteriAnagrafiche &criteri,
             return false;
         }
     }
-    if (!q.exec(QStringLiteral("INSERT INTO PrtClienti SELECT WPrtClienti.* FROM WPrtClienti")
+    const QString campi = CampiClienti();
+    if (!q.exec(QStringLiteral("INSERT INTO PrtClienti (%1) SELECT %1 FROM WPrtClienti").arg(campi)
                 + OrdineSql(ordine))) {
         errore = q.lastError();
         return false;
@@ -174,7 +176,8 @@ bool PreparaClienti(const QString &modulo, const CriteriAnagrafiche &criteri,
             return Fallisce(PassoAggiornamento, errore);
     } else {
         const SqlRicerca sql = SqlRigheClienti(criteri, ordine);
-        if (!Esegui(q, QStringLiteral("INSERT INTO PrtClienti ") + sql.testo, sql.parametri))
+        if (!Esegui(q, QStringLiteral("INSERT INTO PrtClienti (%1) ").arg(CampiClienti()) + sql.testo,
+                    sql.parametri))
             return Fallisce(PassoAggiornamento, q.lastError());
     }
     if (!t.conferma()) {

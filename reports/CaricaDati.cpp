@@ -1,5 +1,6 @@
 #include "reports/CaricaDati.h"
 
+#include "store/Schema.h"
 #include "store/Transazione.h"
 
 #include <QSqlError>
@@ -10,30 +11,35 @@ namespace sorvane {
 
 namespace {
 
-// Every column by its name as staged; Null stays Null, so that the template
-// prints nothing for it.
-QVariantMap Riga(const QSqlRecord &r)
+// Every column by its name as the table is made (an engine may give the
+// names back in another case); Null stays Null, so that the template prints
+// nothing for it.
+QVariantMap Riga(const QSqlRecord &r, const QStringList &nomi)
 {
     QVariantMap m;
-    for (int i = 0; i < r.count(); ++i)
-        m.insert(r.fieldName(i), r.value(i));
+    for (int i = 0; i < nomi.size(); ++i)
+        m.insert(nomi.at(i), r.value(i));
     return m;
 }
 
 bool Leggi(const QSqlDatabase &db, const QString &tabella, QList<QVariantMap> &righe,
            QString *errore)
 {
-    // No ORDER BY: the staging tables have no key, and their rows come back
-    // in the order they were added, which is the order of the print.
+    QStringList nomi;
+    for (const Colonna &c : TrovaTabella(tabella)->colonne)
+        nomi.append(c.nome);
+    // The staging tables have no key: their rows come back in the order
+    // they were added, which is the order of the print.
     QSqlQuery q(db);
     q.setForwardOnly(true);
-    if (!q.exec(QStringLiteral("SELECT * FROM ") + tabella)) {
+    if (!q.exec(QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid")
+                    .arg(nomi.join(QStringLiteral(", ")), tabella))) {
         if (errore)
             *errore = TestoErroreSqlite(q.lastError());
         return false;
     }
     while (q.next())
-        righe.append(Riga(q.record()));
+        righe.append(Riga(q.record(), nomi));
     return true;
 }
 
