@@ -278,10 +278,21 @@ std::optional<Gruppo04> SommaGruppo(const SchermoEstratto04 &s, QString *errore)
     const std::int32_t cliente = s.cliente();
     g.elenco = QStringLiteral("( ") + QString::number(cliente);
 
+    // The members are read whole before their rows: a statement walked
+    // while another runs on the same connection may lose its rows.
     const QueryMembri membri = AltriMembri(squadra, cliente);
-    QSqlQuery q(DbDati());
-    if (!Esegui(q, membri.sql, membri.parametri, e))
-        return std::nullopt;
+    QList<std::int32_t> codici;
+    {
+        QSqlQuery q(DbDati());
+        if (!Esegui(q, membri.sql, membri.parametri, e))
+            return std::nullopt;
+        while (q.next())
+            codici.append(static_cast<std::int32_t>(CDbl(DataDaCampo(q.value(0)))));
+        if (q.lastError().isValid()) {
+            *e = TestoErroreSqlite(q.lastError());
+            return std::nullopt;
+        }
+    }
     // The member's rows of the list's period and of the firm in the filter.
     CondizioneDistinte condizione;
     condizione.where = QStringLiteral(" WHERE dstData BETWEEN ? AND ? AND dstCliente = ?");
@@ -292,8 +303,7 @@ std::optional<Gruppo04> SommaGruppo(const SchermoEstratto04 &s, QString *errore)
     // One walk over every member: a lire row of 2002 may take the value of
     // the previous member's last row of the lire era.
     Importi04 importi;
-    while (q.next()) {
-        const std::int32_t membro = static_cast<std::int32_t>(CDbl(DataDaCampo(q.value(0))));
+    for (const std::int32_t membro : std::as_const(codici)) {
         g.elenco += QStringLiteral(", ") + QString::number(membro);
         QVariantList valori{s.estrazione.parametri.value(0), s.estrazione.parametri.value(1),
                             membro};
@@ -301,10 +311,6 @@ std::optional<Gruppo04> SommaGruppo(const SchermoEstratto04 &s, QString *errore)
             valori.append(ditta);
         if (!Somma(sql, valori, importi, e))
             return std::nullopt;
-    }
-    if (q.lastError().isValid()) {
-        *e = TestoErroreSqlite(q.lastError());
-        return std::nullopt;
     }
     g.elenco += QStringLiteral(" )");
     g.totali = importi.totali();

@@ -120,7 +120,7 @@ TEST_F(Interessi, UnClienteTraLireEdEuro)
     Riga(1, G(31, 12, 2001), 12, QStringLiteral("LIT"), 1000000);
     Riga(2, G(1, 1, 2002), 12, QStringLiteral("EUR"), 500, QStringLiteral("-"));
     Scrivi(QStringLiteral("INSERT INTO Societa VALUES ('ALFA SIM', 'VIA RO 1', '20100',"
-                          " 'MILANO', 'MI') ON CONFLICT DO UPDATE SET SocCap = '20100',"
+                          " 'MILANO', 'MI') ON CONFLICT (SocNome) DO UPDATE SET SocCap = '20100',"
                           " SocIndirizzo = 'VIA RO 1', SocLocalita = 'MILANO',"
                           " SocProvincia = 'MI'"));
     ScriviIni(impostazioni().IniLocale, "PARAMETRI", "PrintGiacMedia", "1");

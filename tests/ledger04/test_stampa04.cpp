@@ -246,21 +246,19 @@ TEST_F(Stampa04, PassoFallito)
         EXPECT_FALSE(sessione().TestoErrore.isEmpty());
         EXPECT_TRUE(Titoli().isEmpty());
     };
-    Scrivi(QStringLiteral("CREATE TRIGGER Fermo BEFORE DELETE ON PrtPiede"
-                          " BEGIN SELECT RAISE(ABORT, 'no'); END"));
+    Rifiuta("Fermo", "DELETE", "PrtPiede", "no");
     Scrivi(QStringLiteral("INSERT INTO PrtPiede (PCampo1) VALUES ('vecchio')"));
     fallisce(Schermo("", "", "12"), PassoPulizia);
-    Scrivi(QStringLiteral("DROP TRIGGER Fermo"));
+    TogliRifiuto("Fermo", "PrtPiede");
 
-    Scrivi(QStringLiteral("CREATE TRIGGER Rifiuta BEFORE INSERT ON PrtPiede"
-                          " BEGIN SELECT RAISE(ABORT, 'no'); END"));
+    Rifiuta("Rifiuta", "INSERT", "PrtPiede", "no");
     fallisce(Schermo("", "", "12"), PassoAggiornamento);
     EXPECT_EQ(Conta("PrtCorpo"), 0); // the body rows written before go too
-    Scrivi(QStringLiteral("DROP TRIGGER Rifiuta"));
+    TogliRifiuto("Rifiuta", "PrtPiede");
 
-    Scrivi(QStringLiteral("DROP TABLE Squadre"));
+    Cambia(QStringLiteral("DROP TABLE Squadre"));
     fallisce(Schermo("", "", "12", "", "7"), PassoAggiornamento);
-    EXPECT_TRUE(sessione().TestoErrore.contains("Squadre")) << qPrintable(sessione().TestoErrore);
+    EXPECT_TRUE(sessione().TestoErrore.contains("Squadre", Qt::CaseInsensitive)) << qPrintable(sessione().TestoErrore);
     // Without a team the statement does not need the table.
     m_messaggi.pulisci();
     EXPECT_TRUE(StampaDistinta04(Schermo("", "", "12")));
