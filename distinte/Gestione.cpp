@@ -121,12 +121,25 @@ Tavole TavoleGruppi(const QString &campo)
                 + QString::fromLatin1(l->unione)};
 }
 
-QString Dove(const Tavole &tavole, const CondizioneDistinte &condizione, const QString &altro)
+QString Dove(const Tavole &tavole, const QString &where, const QString &altro)
 {
     const QString resto = tavole.unioni + QStringLiteral(" AND ") + altro;
     return tavole.da
-           + (condizione.vuota() ? QStringLiteral(" WHERE ") + resto
-                                 : condizione.where + QStringLiteral(" AND ") + resto);
+           + (where.isEmpty() ? QStringLiteral(" WHERE ") + resto
+                              : where + QStringLiteral(" AND ") + resto);
+}
+
+// The filter of the search for the next group: its date range only tested
+// on the rows met (a unary plus keeps the engine off the date's index),
+// so that the search walks the sorted field's index from the last value
+// and stops at its first row in range, and is no sort of the whole range.
+QString FiltroDeiGruppi(const CondizioneDistinte &condizione)
+{
+    static const QString data = QStringLiteral(" WHERE dstData ");
+    QString where = condizione.where;
+    if (where.startsWith(data))
+        where.replace(0, data.size(), QStringLiteral(" WHERE +dstData "));
+    return where;
 }
 
 QString NomeFetta(int i) { return QStringLiteral("dstCodP") + QString::number(i); }
@@ -297,7 +310,7 @@ bool PagineDistinte::gruppoSeguente(QString *errore)
     }
     QSqlQuery q(Db());
     const QString sql = QStringLiteral("SELECT ") + chiave
-                        + Dove(TavoleGruppi(m_ordine.campo), m_condizione, condizione) + QStringLiteral(" ORDER BY ") + chiave
+                        + Dove(TavoleGruppi(m_ordine.campo), FiltroDeiGruppi(m_condizione), condizione) + QStringLiteral(" ORDER BY ") + chiave
                         + (discendente ? QStringLiteral(" DESC") : QString())
                         + QStringLiteral(" LIMIT 1");
     if (!esegui(sql, valori, &q, errore))
@@ -354,7 +367,7 @@ bool PagineDistinte::righeDelGruppo(int quante, QList<QVariantList> *righe, QStr
     }
     valori.append(quante);
     QSqlQuery q(Db());
-    const QString sql = CampiGriglia + Dove(TavoleMovimenti(), m_condizione, condizione)
+    const QString sql = CampiGriglia + Dove(TavoleMovimenti(), m_condizione.where, condizione)
                         + QStringLiteral(" ORDER BY ") + elenco + QStringLiteral(" LIMIT ?");
     if (!esegui(sql, valori, &q, errore))
         return false;
