@@ -114,6 +114,9 @@ QSqlDatabase AggiungiServer(const QString &nome)
         db.setPort(imp.ServerPorta);
     db.setDatabaseName(imp.ServerDatabase);
     db.setUserName(imp.ServerUtente);
+    // Sums and roundings come back as numeric: numbers, as on the files,
+    // not the driver's exact text.
+    db.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
     return db;
 }
 
