@@ -147,3 +147,62 @@ TEST_F(Installazione, OpzioniErrate)
     EXPECT_TRUE(aiuto.uscita.contains("--demo")) << qPrintable(aiuto.uscita);
     EXPECT_FALSE(QFile::exists(Radice()));
 }
+
+// A file office taken onto the server: every table of every file arrives
+// whole, in the order its rows were added, and the program opens it.
+TEST_F(Installazione, UfficioSuFileCopiatoSulServer)
+{
+    if (!SuServerDiProva())
+        GTEST_SKIP() << "solo con un server di prova";
+    CartellaProva cartella;
+    const QString origine = cartella.file("file");
+    ASSERT_EQ(Lancia({origine, "--demo", "--seme", "7"}).codice, 0);
+
+    const QString database = impostazioni().ServerDatabase;
+    const QStringList server = {"--server", qEnvironmentVariable("SORVANE_PROVA_SERVER"),
+                                "--database", database, "--postazione", "prova"};
+    const Esito e = Lancia(QStringList{Radice(), "--copia", origine} + server);
+    ASSERT_EQ(e.codice, 0) << qPrintable(e.errori);
+    EXPECT_EQ(LeggiIni(Radice() + "/sorvane.ini", "ARCHIVIO", "DATABASE"), database);
+    // The office's schemas are there now: a second run refuses.
+    const Esito ancora = Lancia(QStringList{cartella.file("altro"), "--demo"} + server);
+    EXPECT_EQ(ancora.codice, 1);
+    EXPECT_TRUE(ancora.errori.contains("ESISTE GIA'")) << qPrintable(ancora.errori);
+
+    QStringList parole;
+    AvviaComeIlProgramma(&parole);
+    EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join("|"));
+    EXPECT_EQ(Valore("SELECT Descrizione FROM TabBuoCat WHERE Codice = '4'").toString(),
+              "Redd.Var.: G.P.F.");
+    for (Archivio a : TuttiGliArchivi) {
+        const QString file = a == Archivio::Indici ? origine + "/dati/" + NomeFile(a)
+                             : a == Archivio::Lavoro
+                                 ? origine + "/lavoro/UFFICIO/" + NomeFile(a)
+                                 : origine + "/dati/UFFICIO/" + NomeFile(a);
+        QSqlDatabase f = QSqlDatabase::addDatabase("QSQLITE", "origine");
+        f.setDatabaseName(file);
+        ASSERT_TRUE(f.open()) << qPrintable(file);
+        int piene = 0;
+        for (const Tabella *t : TabelleDi(a)) {
+            const QString conta = "SELECT count(*) FROM " + t->nome;
+            const qint64 righe = PrimoValore(f, conta).toLongLong();
+            EXPECT_EQ(Valore(conta).toLongLong(), righe) << qPrintable(t->nome);
+            if (righe == 0)
+                continue;
+            ++piene;
+            // The first row added, column by column.
+            for (const Colonna &c : t->colonne) {
+                const QString prima =
+                    QString("SELECT %1 FROM %2 ORDER BY rowid LIMIT 1").arg(c.nome, t->nome);
+                const auto testo = [](const QVariant &v) {
+                    return v.isNull() ? QString("NULL") : v.toString();
+                };
+                EXPECT_EQ(testo(PrimoValore(f, prima)), testo(Valore(prima)))
+                    << qPrintable(t->nome + "." + c.nome);
+            }
+        }
+        EXPECT_GT(piene, 0) << qPrintable(NomeFile(a));
+        f = QSqlDatabase();
+        QSqlDatabase::removeDatabase("origine");
+    }
+}

@@ -5,6 +5,7 @@
 #include "frame/core/Messaggi.h"
 #include "frame/core/Sessione.h"
 #include "store/Connessione.h"
+#include "store/Motore.h"
 #include "store/Schema.h"
 #include "store/Transazione.h"
 
@@ -25,22 +26,6 @@
 namespace sorvane::init {
 
 namespace {
-
-// The store tells its failures through the message seam; here they are
-// kept for the report, and every question is answered Cancel so that no
-// Retry can loop.
-class MessaggiRaccolti : public Messaggi
-{
-public:
-    MessaggiRaccolti() { installaMessaggi(this); }
-    ~MessaggiRaccolti() override { installaMessaggi(nullptr); }
-    Risposta chiedi(const Richiesta &r) override
-    {
-        testi.append(r.testo);
-        return r.pulsanti == Pulsanti::Ok ? Risposta::Ok : Risposta::Annulla;
-    }
-    QStringList testi;
-};
 
 // What this run has made, undone unless the run ends well. Only files and
 // folders that did not exist before are in the lists.
@@ -132,26 +117,12 @@ bool EseguiSuTutti(QSqlDatabase &db, const QString &pragma)
     return ok;
 }
 
-bool ScriviDemo(const Opzioni &opzioni, QSqlDatabase &db, QString *errore)
+QString Secondi(const QElapsedTimer &orologio)
 {
-#ifdef SORVANE_CON_DEMO
-    // The files are new and are removed if the run fails, so the bulk load
-    // may skip the syncing; the program's own connection syncs in full.
-    EseguiSuTutti(db, QStringLiteral("synchronous = OFF"));
-    EseguiSuTutti(db, QStringLiteral("cache_size = -65536"));
-    OpzioniDemo demo;
-    demo.movimenti = opzioni.movimenti;
-    demo.seme = opzioni.seme;
-    const bool fatto = GeneraDatiDemo(db, demo, errore);
-    EseguiSuTutti(db, QStringLiteral("synchronous = FULL"));
-    return fatto;
-#else
-    Q_UNUSED(opzioni);
-    Q_UNUSED(db);
-    *errore = QStringLiteral("QUESTA VERSIONE NON CONTIENE I DATI DI PROVA");
-    return false;
-#endif
+    return QString::number(orologio.elapsed() / 1000.0, 'f', 1);
 }
+
+} // namespace
 
 void InstallaModelli(const QString &origine, const QString &destinazione,
                      const std::function<void(const QString &)> &messaggi)
@@ -168,12 +139,43 @@ void InstallaModelli(const QString &origine, const QString &destinazione,
     messaggi(QStringLiteral("Moduli di stampa installati: %1").arg(copiati));
 }
 
-QString Secondi(const QElapsedTimer &orologio)
+bool ScriviIniUfficio(const Disposizione &d, const QString &operatore, QString *errore)
 {
-    return QString::number(orologio.elapsed() / 1000.0, 'f', 1);
+    const auto scrivi = [&](const char *sezione, const char *chiave, const QString &valore) {
+        return ScriviIni(d.ini, QString::fromLatin1(sezione), QString::fromLatin1(chiave), valore);
+    };
+    if (!scrivi("PATH", "FILE", d.pathDati) || !scrivi("PATH", "WORK", d.pathLavoro)
+        || !scrivi("REPORT", "MODULI", d.pathModuli) || !scrivi("BASE", "OPERATORE", operatore)) {
+        *errore = QStringLiteral("IMPOSSIBILE SCRIVERE IL FILE %1").arg(d.ini);
+        return false;
+    }
+    return true;
 }
 
-} // namespace
+bool ScriviDemo(const Opzioni &opzioni, QSqlDatabase &db, QString *errore)
+{
+#ifdef SORVANE_CON_DEMO
+    // The files are new and are removed if the run fails, so the bulk load
+    // may skip the syncing; the program's own connection syncs in full.
+    const bool file = !SuServer(db);
+    if (file) {
+        EseguiSuTutti(db, QStringLiteral("synchronous = OFF"));
+        EseguiSuTutti(db, QStringLiteral("cache_size = -65536"));
+    }
+    OpzioniDemo demo;
+    demo.movimenti = opzioni.movimenti;
+    demo.seme = opzioni.seme;
+    const bool fatto = GeneraDatiDemo(db, demo, errore);
+    if (file)
+        EseguiSuTutti(db, QStringLiteral("synchronous = FULL"));
+    return fatto;
+#else
+    Q_UNUSED(opzioni);
+    Q_UNUSED(db);
+    *errore = QStringLiteral("QUESTA VERSIONE NON CONTIENE I DATI DI PROVA");
+    return false;
+#endif
+}
 
 Disposizione Disponi(const QString &cartella, const QString &operatore)
 {
@@ -278,12 +280,7 @@ bool Installa(const Opzioni &opzioni, const std::function<void(const QString &)>
 
     InstallaModelli(opzioni.modelli, d.pathModuli, messaggi);
 
-    const auto scrivi = [&](const char *sezione, const char *chiave, const QString &valore) {
-        return ScriviIni(d.ini, QString::fromLatin1(sezione), QString::fromLatin1(chiave), valore);
-    };
-    if (!scrivi("PATH", "FILE", d.pathDati) || !scrivi("PATH", "WORK", d.pathLavoro)
-        || !scrivi("REPORT", "MODULI", d.pathModuli) || !scrivi("BASE", "OPERATORE", operatore)) {
-        *errore = QStringLiteral("IMPOSSIBILE SCRIVERE IL FILE %1").arg(d.ini);
+    if (!ScriviIniUfficio(d, operatore, errore)) {
         fatti.file(d.ini);
         return false;
     }

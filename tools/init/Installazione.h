@@ -7,6 +7,8 @@
 // stops the work before anything is written, and a failure halfway removes
 // what this run created.
 
+#include "frame/core/Messaggi.h"
+
 #include <QSqlDatabase>
 #include <QString>
 #include <QStringList>
@@ -26,6 +28,19 @@ struct Opzioni
     QString modelli; // folder of report templates to install; empty: none
 };
 
+// Where an office on a server lives; the password stays with libpq's
+// password or service file.
+struct Server
+{
+    QString host;
+    int porta = 0; // 0: libpq's default
+    QString database;
+    QString utente;
+    QString servizio;   // a service of pg_service.conf instead of the above
+    QString postazione; // the workstation; empty: the host's name
+    QString copia;      // a file office (its folder) whose rows the new office takes
+};
+
 // Paths of an installation in `cartella` for `operatore`.
 struct Disposizione
 {
@@ -38,6 +53,22 @@ struct Disposizione
     QStringList cartelle; // every folder to make, parents first
 };
 
+// The store tells its failures through the message seam; here they are
+// kept for the report, and every question is answered Cancel so that no
+// Retry can loop.
+class MessaggiRaccolti : public Messaggi
+{
+public:
+    MessaggiRaccolti() { installaMessaggi(this); }
+    ~MessaggiRaccolti() override { installaMessaggi(nullptr); }
+    Risposta chiedi(const Richiesta &r) override
+    {
+        testi.append(r.testo);
+        return r.pulsanti == Pulsanti::Ok ? Risposta::Ok : Risposta::Annulla;
+    }
+    QStringList testi;
+};
+
 Disposizione Disponi(const QString &cartella, const QString &operatore);
 
 // Runs the whole set-up. Progress lines and the final report go to
@@ -48,5 +79,23 @@ bool Installa(const Opzioni &opzioni, const std::function<void(const QString &)>
 // The rows every office starts with: the good and bad categories, the
 // reasons of the opening balances, the report modules and the currencies.
 bool ScriviRigheIniziali(QSqlDatabase &db, QString *errore);
+
+// Copies the report templates of `origine` into `destinazione`, never over
+// an existing one.
+void InstallaModelli(const QString &origine, const QString &destinazione,
+                     const std::function<void(const QString &)> &messaggi);
+
+// The local INI's paths and operator for the layout `d`.
+bool ScriviIniUfficio(const Disposizione &d, const QString &operatore, QString *errore);
+
+// The demo office into the program's open connection.
+bool ScriviDemo(const Opzioni &opzioni, QSqlDatabase &db, QString *errore);
+
+// An office on a PostgreSQL server: the database (made when missing and the
+// user may), the schemas of the operator and the shared index schema, the
+// default rows or the demo, the local folders, and the local INI's
+// [ARCHIVIO] pointing the program at it all.
+bool InstallaSuServer(const Opzioni &opzioni, const Server &server,
+                      const std::function<void(const QString &)> &messaggi, QString *errore);
 
 } // namespace sorvane::init

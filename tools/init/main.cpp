@@ -24,6 +24,17 @@ const char *const Aiuto =
     "  --moduli CARTELLA   cartella dei modelli di stampa da installare\n"
     "  -h, --aiuto         mostra questo aiuto\n"
     "\n"
+    "Ufficio su un server PostgreSQL (la password nel file .pgpass o nel\n"
+    "pg_service.conf, mai nel sorvane.ini):\n"
+    "  --server HOST[:PORTA]  il server; CARTELLA riceve sorvane.ini e le\n"
+    "                         cartelle locali, i dati vanno sul server\n"
+    "  --database NOME        il database dell'ufficio (creato se manca)\n"
+    "  --utente UTENTE        l'utente del server\n"
+    "  --servizio NOME        un servizio di pg_service.conf invece dei tre sopra\n"
+    "  --postazione NOME      la postazione (predefinito: il nome del computer)\n"
+    "  --copia ORIGINE        copia sul server l'ufficio su file della cartella\n"
+    "                         ORIGINE, poi confronta le righe tabella per tabella"
+    "\n"
     "Esito: 0 fatto, 1 rifiutato o fallito, 2 opzioni errate.\n";
 
 } // namespace
@@ -53,7 +64,18 @@ int main(int argc, char **argv)
     const QCommandLineOption moduli(QStringLiteral("moduli"),
                                     QStringLiteral("Modelli di stampa da installare."),
                                     QStringLiteral("CARTELLA"));
-    parser.addOptions({aiuto, operatore, demo, scala, seme, moduli});
+    const auto valore = [](const char *nome, const char *segnaposto) {
+        return QCommandLineOption(QString::fromLatin1(nome), QString(),
+                                  QString::fromLatin1(segnaposto));
+    };
+    const QCommandLineOption server = valore("server", "HOST");
+    const QCommandLineOption database = valore("database", "NOME");
+    const QCommandLineOption utente = valore("utente", "UTENTE");
+    const QCommandLineOption servizio = valore("servizio", "NOME");
+    const QCommandLineOption postazione = valore("postazione", "NOME");
+    const QCommandLineOption copia = valore("copia", "ORIGINE");
+    parser.addOptions({aiuto, operatore, demo, scala, seme, moduli, server, database, utente,
+                       servizio, postazione, copia});
     parser.addPositionalArgument(QStringLiteral("CARTELLA"), QStringLiteral("Cartella dati."));
 
     const auto sbagliato = [&](const QString &testo) {
@@ -89,9 +111,35 @@ int main(int argc, char **argv)
     opzioni.modelli = parser.isSet(moduli) ? parser.value(moduli)
                                            : QStringLiteral(SORVANE_MODELLI_PREDEFINITI);
 
+    sorvane::init::Server dove;
+    const bool suServer = parser.isSet(server) || parser.isSet(servizio) || parser.isSet(copia);
+    if (suServer) {
+        QString host = parser.value(server);
+        const qsizetype due = host.lastIndexOf(QLatin1Char(':'));
+        if (due >= 0) {
+            dove.porta = host.mid(due + 1).toInt(&ok);
+            if (!ok || dove.porta < 1 || dove.porta > 65535)
+                return sbagliato(QStringLiteral("--server vuole HOST oppure HOST:PORTA"));
+            host.truncate(due);
+        }
+        dove.host = host;
+        dove.database = parser.value(database);
+        dove.utente = parser.value(utente);
+        dove.servizio = parser.value(servizio);
+        dove.postazione = parser.value(postazione);
+        dove.copia = parser.value(copia);
+        if (dove.database.isEmpty())
+            return sbagliato(QStringLiteral("un ufficio sul server vuole --database"));
+        if (!dove.copia.isEmpty() && opzioni.demo)
+            return sbagliato(QStringLiteral("--copia e --demo non vanno insieme"));
+        if (opzioni.movimenti > 0)
+            return sbagliato(QStringLiteral("--scale vale solo per un ufficio su file"));
+    }
+
     QString errore;
-    const bool fatto = sorvane::init::Installa(
-        opzioni, [&](const QString &riga) { out << riga << Qt::endl; }, &errore);
+    const auto riga = [&](const QString &r) { out << r << Qt::endl; };
+    const bool fatto = suServer ? sorvane::init::InstallaSuServer(opzioni, dove, riga, &errore)
+                                : sorvane::init::Installa(opzioni, riga, &errore);
     if (!fatto) {
         err << "sorvane-init: " << errore << Qt::endl;
         err << "sorvane-init: nessun file esistente e' stato modificato." << Qt::endl;
