@@ -50,6 +50,11 @@ bool ApriOCreaDatabase(QString *errore)
         if (db.open())
             return true;
     }
+    if (database.isEmpty()) { // the service names it, and it is not there
+        *errore = QStringLiteral("IMPOSSIBILE APRIRE IL DATABASE DEL SERVIZIO %1")
+                      .arg(impostazioni().ServerServizio);
+        return false;
+    }
     Collegamento manutenzione(AggiungiServer(NomeNuovo()));
     QSqlDatabase db = manutenzione.db();
     db.setDatabaseName(QStringLiteral("postgres"));
@@ -281,9 +286,8 @@ bool InstallaSuServer(const Opzioni &opzioni, const Server &server,
         return false;
     const QString operatore =
         (origine.operatore.isEmpty() ? opzioni.operatore : origine.operatore).trimmed().toUpper();
-    if (operatore.isEmpty() || server.database.trimmed().isEmpty()) {
-        *errore = operatore.isEmpty() ? QStringLiteral("CODICE OPERATORE NON VALIDO")
-                                      : QStringLiteral("INDICARE IL DATABASE DEL SERVER");
+    if (operatore.isEmpty()) {
+        *errore = QStringLiteral("CODICE OPERATORE NON VALIDO");
         return false;
     }
     const Disposizione d = Disponi(opzioni.cartella, operatore);

@@ -128,8 +128,8 @@ int main(int argc, char **argv)
         dove.servizio = parser.value(servizio);
         dove.postazione = parser.value(postazione);
         dove.copia = parser.value(copia);
-        if (dove.database.isEmpty())
-            return sbagliato(QStringLiteral("un ufficio sul server vuole --database"));
+        if (dove.database.isEmpty() && dove.servizio.isEmpty())
+            return sbagliato(QStringLiteral("un ufficio sul server vuole --database o --servizio"));
         if (!dove.copia.isEmpty() && opzioni.demo)
             return sbagliato(QStringLiteral("--copia e --demo non vanno insieme"));
         if (opzioni.movimenti > 0)
