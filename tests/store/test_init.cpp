@@ -161,6 +161,27 @@ TEST_F(Installazione, UfficioSuFileCopiatoSulServer)
     const QString database = impostazioni().ServerDatabase;
     const QStringList server = {"--server", qEnvironmentVariable("SORVANE_PROVA_SERVER"),
                                 "--database", database, "--postazione", "prova"};
+    // A row the server's types refuse stops the copy, and the schemas it
+    // made go with it: the run can be made again once the row is mended.
+    const QString dati = origine + "/dati/UFFICIO/" + NomeFile(Archivio::Dati);
+    const QString ultima = " WHERE rowid = (SELECT max(rowid) FROM Distinte)";
+    const auto suFile = [&](const QString &sql) {
+        QSqlDatabase f = QSqlDatabase::addDatabase("QSQLITE", "origine");
+        f.setDatabaseName(dati);
+        const QVariant v = f.open() ? PrimoValore(f, sql) : QVariant();
+        f = QSqlDatabase();
+        QSqlDatabase::removeDatabase("origine");
+        return v;
+    };
+    const qint64 giorno = suFile("SELECT dstData FROM Distinte" + ultima).toLongLong();
+    suFile("UPDATE Distinte SET dstData = 'ieri'" + ultima);
+    const Esito rifiuto = Lancia(QStringList{Radice(), "--copia", origine} + server);
+    EXPECT_EQ(rifiuto.codice, 1);
+    EXPECT_TRUE(rifiuto.errori.contains("ERRORE COPIANDO LA TABELLA Distinte"))
+        << qPrintable(rifiuto.errori);
+    EXPECT_FALSE(QFile::exists(Radice() + "/sorvane.ini"));
+    suFile(QString("UPDATE Distinte SET dstData = %1").arg(giorno) + ultima);
+
     const Esito e = Lancia(QStringList{Radice(), "--copia", origine} + server);
     ASSERT_EQ(e.codice, 0) << qPrintable(e.errori);
     EXPECT_EQ(LeggiIni(Radice() + "/sorvane.ini", "ARCHIVIO", "DATABASE"), database);

@@ -39,6 +39,13 @@ private:
 
 QString NomeNuovo() { return QUuid::createUuid().toString(); }
 
+// The set-up's own connection; the server's notices (an extension already
+// there, the tables a dropped schema takes along) are no news to the user.
+bool Apri(QSqlDatabase &db)
+{
+    return db.open() && QSqlQuery(db).exec(QStringLiteral("SET client_min_messages = warning"));
+}
+
 // Opens the office's database; when it is missing, makes it from the
 // server's maintenance database, if the user may.
 bool ApriOCreaDatabase(QString *errore)
@@ -85,13 +92,39 @@ bool SchemaPresente(QSqlDatabase &db, const QString &schema)
     return q.exec() && q.next() && q.value(0).toInt() > 0;
 }
 
+// The schemas this run has made, dropped with their tables unless the run
+// ends well, so that it can be run again; what was there before stays.
+class SchemiFatti
+{
+public:
+    ~SchemiFatti()
+    {
+        if (m_confermato || m_schemi.isEmpty())
+            return;
+        ChiudiDatabase();
+        Collegamento c(AggiungiServer(NomeNuovo()));
+        QSqlDatabase db = c.db();
+        if (!Apri(db))
+            return;
+        for (const QString &schema : std::as_const(m_schemi))
+            QSqlQuery(db).exec(QStringLiteral("DROP SCHEMA IF EXISTS %1 CASCADE")
+                                   .arg(NomeSchemaSql(schema)));
+    }
+    void schema(const QString &s) { m_schemi.append(s); }
+    void conferma() { m_confermato = true; }
+
+private:
+    QStringList m_schemi;
+    bool m_confermato = false;
+};
+
 // The extension and the tables with their unique indexes; the others come
 // after the load, when there is one.
-bool CreaSchemi(bool indiciSubito, QString *errore)
+bool CreaSchemi(bool indiciSubito, SchemiFatti &fatti, QString *errore)
 {
     Collegamento c(AggiungiServer(NomeNuovo()));
     QSqlDatabase db = c.db();
-    if (!db.open()) {
+    if (!Apri(db)) {
         *errore = QStringLiteral("IMPOSSIBILE APRIRE IL DATABASE %1 SUL SERVER: %2")
                       .arg(impostazioni().ServerDatabase, TestoErroreSqlite(db.lastError()));
         return false;
@@ -115,6 +148,8 @@ bool CreaSchemi(bool indiciSubito, QString *errore)
             continue;
         QString dettaglio;
         const QString schema = SchemaServer(a);
+        if (!SchemaPresente(db, schema))
+            fatti.schema(schema);
         if (!CreaTabelle(db, a, schema, &dettaglio)
             || (indiciSubito && !CreaIndiciSecondari(db, a, schema, &dettaglio))) {
             *errore = QStringLiteral("ERRORE CREANDO LO SCHEMA %1:\n%2").arg(schema, dettaglio);
@@ -169,7 +204,7 @@ qint64 Conta(const QSqlDatabase &db, const QString &tabella)
 
 // Copies the rows of one file, in the order they were added, into its
 // schema on the server in one transaction; the counts of the tables copied
-// go to `copiate`.
+// go to `copiate`, which is left empty when the file could not be copied.
 bool CopiaFile(Archivio a, const QString &percorso, QSqlDatabase &server,
                QList<QPair<QString, qint64>> *copiate, QString *errore)
 {
@@ -205,6 +240,7 @@ bool CopiaFile(Archivio a, const QString &percorso, QSqlDatabase &server,
                             .arg(colonne.join(QStringLiteral(", ")), tab->nome))) {
             *errore = QStringLiteral("ERRORE LEGGENDO LA TABELLA %1: %2")
                           .arg(tab->nome, TestoErroreSqlite(leggi.lastError()));
+            copiate->clear();
             return false;
         }
         QSqlQuery scrivi(server);
@@ -220,6 +256,10 @@ bool CopiaFile(Archivio a, const QString &percorso, QSqlDatabase &server,
             if (!scrivi.exec()) {
                 *errore = QStringLiteral("ERRORE COPIANDO LA TABELLA %1: %2")
                               .arg(tab->nome, TestoErroreSqlite(scrivi.lastError()));
+                // Undone before the statement goes: the server frees it only
+                // outside the failed transaction.
+                t.annulla();
+                copiate->clear();
                 return false;
             }
             ++righe;
@@ -228,6 +268,7 @@ bool CopiaFile(Archivio a, const QString &percorso, QSqlDatabase &server,
     }
     if (!t.conferma()) {
         *errore = t.errore();
+        copiate->clear();
         return false;
     }
     // The counts, read again on both sides once the rows are saved.
@@ -251,7 +292,7 @@ bool Copia(const Origine &o, const std::function<void(const QString &)> &messagg
            QString *errore)
 {
     QSqlDatabase db = Db();
-    bool tutto = true;
+    bool uguali = true;
     for (Archivio a : TuttiGliArchivi) {
         const QString &percorso = o.file[int(a)];
         messaggi(QStringLiteral("Copia di %1").arg(percorso));
@@ -266,14 +307,16 @@ bool Copia(const Origine &o, const std::function<void(const QString &)> &messagg
                          .arg(righe));
             continue;
         }
+        if (copiate.isEmpty()) { // the file could not be read or written at all
+            *errore = differenze;
+            return false;
+        }
         errore->append(differenze);
-        tutto = false;
-        if (copiate.isEmpty())
-            break; // the file could not be read or written at all
+        uguali = false;
     }
-    if (!tutto)
+    if (!uguali)
         errore->prepend(QStringLiteral("LA COPIA NON CORRISPONDE ALL'ORIGINALE:\n"));
-    return tutto;
+    return uguali;
 }
 
 } // namespace
@@ -311,7 +354,8 @@ bool InstallaSuServer(const Opzioni &opzioni, const Server &server,
 
     messaggi(QStringLiteral("Creazione degli schemi in %1").arg(LuogoArchivio(Archivio::Dati)));
     const bool carico = opzioni.demo || !server.copia.isEmpty();
-    if (!ApriOCreaDatabase(errore) || !CreaSchemi(!carico, errore))
+    SchemiFatti fatti;
+    if (!ApriOCreaDatabase(errore) || !CreaSchemi(!carico, fatti, errore))
         return false;
 
     MessaggiRaccolti raccolti;
@@ -370,6 +414,7 @@ bool InstallaSuServer(const Opzioni &opzioni, const Server &server,
         *errore = QStringLiteral("IMPOSSIBILE SCRIVERE IL FILE %1").arg(d.ini);
         return false;
     }
+    fatti.conferma();
     messaggi(QStringLiteral("Ufficio pronto sul server."));
     messaggi(QStringLiteral("Per avviare il programma: SORVANE_INI=\"%1\" sorvane").arg(d.ini));
     return true;
