@@ -4,6 +4,7 @@
 // for the benches of the slip screens and their save.
 
 #include "bench/ArchiviBench.h"
+#include "distinte/Salvataggio.h"
 #include "store/Transazione.h"
 
 #include <QSqlQuery>
@@ -38,6 +39,32 @@ inline bool Riempi(const QString &tabella, int primo, int movimenti, bool marcat
         }
     }
     return true;
+}
+
+// Saves of a slip of the working rows above, each timed without its
+// filling; the rows written to `Distinte`.
+inline int MisuraSalvataggi(benchmark::State &state)
+{
+    int righe = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        {
+            Transazione t;
+            if (!Riempi(QStringLiteral("BkDistinte"), 1, MovimentiDellaDistinta, false)
+                || !t.conferma()) {
+                state.SkipWithError("working rows not written");
+                break;
+            }
+        }
+        state.ResumeTiming();
+        const EsitoSalvataggio e = SalvaDistinta();
+        if (!e.riuscito) {
+            state.SkipWithError("save failed");
+            break;
+        }
+        righe += e.righeDistinte;
+    }
+    return righe;
 }
 
 inline bool Prepara(const QTemporaryDir &dir)

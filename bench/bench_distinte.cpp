@@ -12,26 +12,7 @@ namespace {
 
 void salvaDistinta(benchmark::State &state)
 {
-    int righe = 0;
-    for (auto _ : state) {
-        state.PauseTiming();
-        {
-            Transazione t;
-            if (!Riempi(QStringLiteral("BkDistinte"), 1, MovimentiDellaDistinta, false)
-                || !t.conferma()) {
-                state.SkipWithError("working rows not written");
-                break;
-            }
-        }
-        state.ResumeTiming();
-        const EsitoSalvataggio e = SalvaDistinta();
-        if (!e.riuscito) {
-            state.SkipWithError("save failed");
-            break;
-        }
-        righe += e.righeDistinte;
-    }
-    state.SetItemsProcessed(righe);
+    state.SetItemsProcessed(MisuraSalvataggi(state));
 }
 BENCHMARK(salvaDistinta)->Unit(benchmark::kMillisecond);
 
