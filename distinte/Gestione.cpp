@@ -95,6 +95,8 @@ QString ElencoSpareggio(const QString &campo)
 // A cross join keeps the order of the loops as written, so that each group
 // walks the index on its own field (see the schema) and not the filter's
 // date range over the whole ledger; the joins stand in the WHERE clause.
+// The walks' ORDER BY names where Null goes as the indexes hold it (first),
+// or an engine that puts it last by default would sort instead of walking.
 struct Tavole
 {
     QString da;
@@ -311,7 +313,7 @@ bool PagineDistinte::gruppoSeguente(QString *errore)
     QSqlQuery q(Db());
     const QString sql = QStringLiteral("SELECT ") + chiave
                         + Dove(TavoleGruppi(m_ordine.campo), FiltroDeiGruppi(m_condizione), condizione) + QStringLiteral(" ORDER BY ") + chiave
-                        + (discendente ? QStringLiteral(" DESC") : QString())
+                        + (discendente ? QStringLiteral(" DESC NULLS LAST") : QStringLiteral(" NULLS FIRST"))
                         + QStringLiteral(" LIMIT 1");
     if (!esegui(sql, valori, &q, errore))
         return false;
@@ -368,7 +370,9 @@ bool PagineDistinte::righeDelGruppo(int quante, QList<QVariantList> *righe, QStr
     valori.append(quante);
     QSqlQuery q(Db());
     const QString sql = CampiGriglia + Dove(TavoleMovimenti(), m_condizione.where, condizione)
-                        + QStringLiteral(" ORDER BY ") + elenco + QStringLiteral(" LIMIT ?");
+                        + QStringLiteral(" ORDER BY ")
+                        + QString(elenco).replace(QStringLiteral(", "), QStringLiteral(" NULLS FIRST, "))
+                        + QStringLiteral(" NULLS FIRST LIMIT ?");
     if (!esegui(sql, valori, &q, errore))
         return false;
     const qsizetype prima = righe->size();

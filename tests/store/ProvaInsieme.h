@@ -115,8 +115,9 @@ protected:
         m_messaggi.gestore = [](const Richiesta &) { return std::optional(Risposta::Annulla); };
         sessione().CodiceOperatore = QString::fromLatin1(Operatore);
         Punta(m_cartella.percorso());
-        if (SuServerDiProva())
+        if (SuServerDiProva()) {
             ASSERT_NO_FATAL_FAILURE(CreaDatabaseDiProva());
+        }
     }
 
     void TearDown() override
