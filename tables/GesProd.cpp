@@ -3,8 +3,11 @@
 #include "tables/GesProd.h"
 
 #include "frame/core/Campi.h"
+#include "frame/core/Impostazioni.h"
+#include "frame/core/Ini.h"
 #include "frame/core/Messaggi.h"
 #include "frame/core/Sessione.h"
+#include "frame/core/Valore.h"
 #include "frame/ui/Finestra.h"
 #include "frame/ui/Modale.h"
 #include "frame/ui/Schermo.h"
@@ -33,6 +36,9 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <cmath>
+#include <limits>
+
 namespace sorvane {
 
 namespace {
@@ -51,6 +57,19 @@ void Dimensiona(QLineEdit *box, const QString &campo, int massimo, int extra)
                        + extra);
 }
 
+// The local INI's default percentage of a new product's fee shares; 0 when
+// the key is missing or holds no number a single precision value can carry.
+float PercentualeCommissioni()
+{
+    const QString testo = LeggiIni(impostazioni().IniLocale, QStringLiteral("PARAMETRI"),
+                                   QStringLiteral("PercCommissioni"));
+    double valore = 0;
+    if (!LeggiNumero(testo, &valore)
+        || std::abs(valore) > double(std::numeric_limits<float>::max()))
+        return 0;
+    return float(valore);
+}
+
 } // namespace
 
 GesProd::GesProd(QWidget *padre, std::int16_t azione) : QDialog(padre), m_azione(azione)
@@ -64,6 +83,7 @@ GesProd::GesProd(QWidget *padre, std::int16_t azione) : QDialog(padre), m_azione
     m_ricerca = m_codTab;
     m_check1->setChecked((m_azione > 1 ? m_azione - 2 : m_azione) == 1);
     riempiCombo();
+    m_percCommissioni = PercentualeCommissioni();
     if (AltriSchermiAperti(this)) {
         if (!descrizione.trimmed().isEmpty()) {
             m_ricerca = m_descTab;

@@ -123,6 +123,9 @@ private:
     bool m_inCaricamento = true;
     bool m_inErrore = false;
     bool m_nuovo = false;
+    // PercCommissioni of PARAMETRI: the adviser's share of the fees that a
+    // new product starts from, 0 (the fields left empty) when it is no number.
+    float m_percCommissioni = 0;
     QString m_monetaEntrata; // the currency as it was when its field got the focus
     QLineEdit *m_ricerca = nullptr;
 

@@ -316,6 +316,7 @@ void GesProd::mostraScheda(const QString &codice)
     if (!letto) {
         p.Codice = m_codTab->text().trimmed().toUpper();
         p.Moneta = impostazioni().CodBase;
+        p.Perc2 = p.Perc4 = m_percCommissioni;
     }
     m_cod2->setText(p.Codice);
     m_cod2->setReadOnly(!m_nuovo);

@@ -1,15 +1,19 @@
 // GesProd through its widgets on real files: the list's search, buttons,
 // headings and colours; the detail face's checks, save and shares; the
-// category editor; F4 from the entry screen's product field.
+// category editor; a new product's defaults and its pop-ups; F4 from the
+// entry screen's product field.
 
 #include "support/Finestre.h"
 #include "../distinte/ProvaSchermi.h"
 #include "ProvaProdotti.h"
 
 #include "distinte/InsDist.h"
+#include "frame/core/Impostazioni.h"
 #include "frame/core/Valore.h"
 #include "frame/ui/Modale.h"
+#include "lookup/Datario.h"
 #include "store/Schema.h"
+#include "tables/GesCambi.h"
 #include "tables/GesCategorie.h"
 #include "tables/GesProd.h"
 #include "tables/ModelloProdotti.h"
@@ -270,6 +274,55 @@ TEST_F(SchermoProdotti, EditorCategoriaRiempieIlCombo)
     EXPECT_EQ(Righe("SELECT Descrizione, Tipo, BuoniCattivi FROM TabCategorie "
                     "WHERE Codice = 'AZI'"),
               QStringList{"AZIONARI D'ITALIA|C|5"});
+}
+
+TEST_F(SchermoProdotti, NuovoCodiceConLaQuotaDiBaseEIPopup)
+{
+    impostazioni().IniLocale =
+        m_cartella.scrivi(QStringLiteral("SORVANE.ini"), "[PARAMETRI]\nPercCommissioni=12,5\n");
+    Scrivi("UPDATE TabNazioni SET GesCmb = 1"); // the rates' screen lists them
+    QStringList aperture;
+    installaGestoreModale([&](QDialog &d) {
+        if (auto *cambi = dynamic_cast<GesCambi *>(&d)) {
+            aperture << QStringLiteral("cambi %1 %2 %3").arg(cambi->modo()).arg(cambi->giorno())
+                            .arg(sessione().CodiceStop);
+            QTableView *v = cambi->tdbgCambi();
+            v->setCurrentIndex(v->model()->match(v->model()->index(0, ColCodiceMoneta),
+                                                 Qt::DisplayRole, "USD").value(0));
+            QTest::keyClick(v, Qt::Key_Return);
+            return d.result();
+        }
+        aperture << QStringLiteral("datario %1").arg(datario().PeriodoScelto);
+        datario().DataComune = GiornoDaData(QDate(2030, 12, 31));
+        return int(QDialog::Accepted);
+    });
+    GesProd &g = Apri();
+    g.Check1()->setChecked(true);
+    Scrivi(g.CodTab(), "NUOVO");
+    g.Premi_cmdRt(1);
+    Attendi();
+    EXPECT_EQ(g.txt(CampoPerc2)->text() + "|" + g.txt(CampoPerc4)->text(), "12,50|12,50");
+    // The currency from the rates on the working day, unless it is locked.
+    sessione().CodiceStop = 7;
+    QTest::mouseDClick(g.txt(CampoMonetaProdotto), Qt::LeftButton);
+    g.txt(CampoMonetaProdotto)->setReadOnly(true);
+    QTest::mouseDClick(g.txt(CampoMonetaProdotto), Qt::LeftButton);
+    g.txt(CampoMonetaProdotto)->setReadOnly(false);
+    g.cmdData(2)->click();
+    installaGestoreModale({});
+    EXPECT_EQ(aperture, (QStringList{QStringLiteral("cambi 3 %1 0").arg(Oggi), "datario -99"}));
+    EXPECT_EQ(g.txt(CampoMonetaProdotto)->text(), "USD");
+    EXPECT_EQ(g.txt(CampoGiornoScadenza)->text() + g.txt(CampoGiornoScadenza + 1)->text()
+                  + g.txt(CampoGiornoScadenza + 2)->text(),
+              "31122030");
+    g.cmbCateg()->setCurrentIndex(g.cmbCateg()->findText("OBB"));
+    g.Premi_CmdT(0);
+    EXPECT_EQ(Righe("SELECT Moneta, Perc2, Perc4 FROM TabProdotti WHERE Codice = 'NUOVO'"),
+              QStringList{"USD|12.5|12.5"});
+    // A product on file shows its own shares.
+    Scrivi(g.CodTab(), "BTP01");
+    g.Premi_cmdRt(1);
+    EXPECT_EQ(g.txt(CampoPerc2)->text() + "|" + g.txt(CampoPerc4)->text(), "40,00|");
 }
 
 using ProdottoDelCampo = ProvaSchermo<InsDist>;
