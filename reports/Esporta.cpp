@@ -8,21 +8,19 @@
 #include "frame/core/Messaggi.h"
 #include "frame/ui/Cursore.h"
 #include "frame/ui/Documenti.h"
+#include "reports/FileCsv.h"
+#include "reports/FormatoNumeri.h"
 #include "store/Schema.h"
 
 #include <QAbstractProxyModel>
 #include <QDir>
-#include <QFile>
 #include <QHeaderView>
-#include <QLocale>
 #include <QProcess>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlQueryModel>
 #include <QSqlRecord>
 #include <QTableView>
-#include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 
@@ -30,200 +28,14 @@ namespace sorvane {
 
 namespace {
 
-const QChar Separatore = QLatin1Char(';');
+const QChar Separatore = QLatin1Char(FileCsv::Separatore);
 const QString NessunDato = QStringLiteral("NESSUN DATO DA ESPORTARE");
-
-#ifdef Q_OS_WIN
-const char FineRiga[] = "\r\n";
-#else
-const char FineRiga[] = "\n";
-#endif
 
 AvviaProgramma &avviaProgramma()
 {
     static AvviaProgramma a;
     return a;
 }
-
-// The file in the making: UTF-8 with its mark. Lines gather as bytes in one
-// block that goes to the disk a megabyte at a time; most fields are plain
-// ASCII and go in without a QString in between.
-class FileCsv
-{
-public:
-    explicit FileCsv(const QString &percorso) : m_file(percorso)
-    {
-        m_blocco.reserve(Blocco + 64 * 1024);
-    }
-
-    bool apri(QString *errore)
-    {
-        if (m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
-            m_blocco.append("\xEF\xBB\xBF");
-            return true;
-        }
-        return fallita(errore);
-    }
-
-    bool riga(const QStringList &campi, QString *errore)
-    {
-        for (const QString &c : campi)
-            campo(c);
-        return fineRiga(errore);
-    }
-
-    // One field and its separator, quoted when it has to be.
-    void campo(QStringView testo)
-    {
-        bool ascii = true;
-        bool quota = false;
-        for (const QChar c : testo) {
-            const char16_t u = c.unicode();
-            ascii = ascii && u < 0x80;
-            quota = quota || u == u';' || u == u'"' || u == u'\r' || u == u'\n';
-        }
-        if (quota) {
-            m_blocco.append(CampoCsv(testo.toString()).toUtf8());
-        } else if (ascii) {
-            const qsizetype n = m_blocco.size();
-            m_blocco.resize(n + testo.size());
-            char *o = m_blocco.data() + n;
-            for (const QChar c : testo)
-                *o++ = char(c.unicode());
-        } else {
-            m_blocco.append(testo.toUtf8());
-        }
-        m_blocco.append(Separatore.toLatin1());
-    }
-
-    // A field already made of ASCII bytes that need no quotes (a number, a date).
-    void campoAscii(const char *testo, qsizetype n)
-    {
-        m_blocco.append(testo, n);
-        m_blocco.append(Separatore.toLatin1());
-    }
-
-    bool fineRiga(QString *errore)
-    {
-        m_blocco.append(FineRiga);
-        return m_blocco.size() < Blocco || svuota(errore);
-    }
-
-    bool chiudi(QString *errore)
-    {
-        if (!svuota(errore))
-            return false;
-        m_file.close();
-        return true;
-    }
-
-private:
-    static constexpr qsizetype Blocco = 1024 * 1024;
-
-    bool svuota(QString *errore)
-    {
-        if (m_file.write(m_blocco) != m_blocco.size())
-            return fallita(errore);
-        m_blocco.resize(0); // keeps its room for the next block
-        return true;
-    }
-
-    bool fallita(QString *errore)
-    {
-        if (errore)
-            *errore = m_file.errorString();
-        return false;
-    }
-
-    QFile m_file;
-    QByteArray m_blocco;
-};
-
-// The locale of the numbers, made once for a whole file.
-QLocale LocaleNumeri()
-{
-    QLocale locale;
-    locale.setNumberOptions(QLocale::OmitGroupSeparator);
-    return locale;
-}
-
-// Numbers as the locale writes them with 15 significant digits, its marks
-// read once. A whole number is written bare; a fraction whose shortest exact
-// form has at most 15 digits is written from those digits, which are then
-// the very digits of the rounding to 15; the rest, and locales with digits
-// or signs of their own, go through QLocale.
-class FormatoNumeri
-{
-public:
-    FormatoNumeri() : m_locale(LocaleNumeri())
-    {
-        const QString punto = m_locale.decimalPoint();
-        const char16_t p = punto.size() == 1 ? punto.at(0).unicode() : u'\0';
-        m_semplice = m_locale.zeroDigit() == QLatin1String("0")
-                     && m_locale.negativeSign() == QLatin1String("-") && p > u' ' && p < 0x80
-                     && p != u';' && p != u'"';
-        m_punto = char(p);
-    }
-
-    // The ASCII form of n in testo (room for 32); -1 when only the locale
-    // can write it.
-    int ascii(double n, char *testo) const
-    {
-        if (std::isfinite(n) && std::floor(n) == n && std::fabs(n) < 1e15)
-            return int(std::to_chars(testo, testo + 32, static_cast<qint64>(n)).ptr - testo);
-        if (!m_semplice || !std::isfinite(n))
-            return -1;
-        char breve[40];
-        const auto fine = std::to_chars(breve, breve + sizeof breve, n,
-                                        std::chars_format::scientific).ptr;
-        const char *c = breve;
-        char *o = testo;
-        if (*c == '-')
-            *o++ = *c++;
-        char cifre[24];
-        int k = 0;
-        for (; c < fine && *c != 'e'; ++c) {
-            if (*c != '.')
-                cifre[k++] = *c;
-        }
-        int esponente = 0;
-        if (c + 1 < fine && c[1] == '+')
-            ++c;
-        std::from_chars(c + 1, fine, esponente);
-        while (k > 1 && cifre[k - 1] == '0')
-            --k;
-        const int intere = esponente + 1; // digits before the point
-        // Outside these the locale writes an exponent.
-        if (k > 15 || intere < -3 || intere > 15)
-            return -1;
-        if (intere <= 0) {
-            *o++ = '0';
-            *o++ = m_punto;
-            o = std::fill_n(o, -intere, '0');
-            o = std::copy_n(cifre, k, o);
-        } else if (intere < k) {
-            o = std::copy_n(cifre, intere, o);
-            *o++ = m_punto;
-            o = std::copy_n(cifre + intere, k - intere, o);
-        } else {
-            o = std::copy_n(cifre, k, o);
-            o = std::fill_n(o, intere - k, '0');
-        }
-        return int(o - testo);
-    }
-
-    QString testo(double n) const
-    {
-        char t[32];
-        const int lunghezza = ascii(n, t);
-        return lunghezza < 0 ? m_locale.toString(n, 'g', 15) : QString::fromLatin1(t, lunghezza);
-    }
-
-private:
-    QLocale m_locale;
-    bool m_semplice = false;
-    char m_punto = '.';
-};
 
 QString Valore(const QVariant &valore, TipoEsportato tipo, const FormatoNumeri &numeri)
 {
