@@ -10,7 +10,6 @@
 #include "frame/core/Sessione.h"
 #include "frame/core/Valore.h"
 #include "frame/ui/Schermo.h"
-#include "lookup/CercaClienteCampo.h"
 #include "store/Tabelle.h"
 
 #include <QComboBox>
@@ -84,16 +83,10 @@ void GesDist::ApriRicercaCampo()
 {
     // F4: the lookup of the field in focus.
     if (m_campoAttivo == CampoCodiceFiltro) {
-        // The full client search for the filter; a client chosen fills code
-        // and name, and the extraction's button is next.
-        m_apriRicerca = true;
-        const bool scelto =
-            CercaClienteDelCampo(m_txt[CampoCodiceFiltro], m_txt[CampoNomeFiltro]) > 0;
-        m_apriRicerca = false;
-        if (scelto)
-            m_command1[1]->setFocus(Qt::TabFocusReason);
-        else
-            m_txt[CampoCodiceFiltro]->setFocus(Qt::OtherFocusReason);
+        // The full client search; a client chosen moves on to "&ESTRAI".
+        CercaClienteEProsegui(m_txt[CampoCodiceFiltro], m_txt[CampoNomeFiltro], m_command1[1],
+                              m_apriRicerca);
+        return;
     }
     CercaDalCampoMovimento(m_txt, m_campoAttivo, m_controllo->DataMovimento, m_apriRicerca);
 }

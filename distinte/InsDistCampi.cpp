@@ -11,7 +11,6 @@
 #include "frame/core/Sessione.h"
 #include "frame/core/Valore.h"
 #include "frame/ui/Schermo.h"
-#include "lookup/CercaClienteCampo.h"
 #include "store/Tabelle.h"
 
 #include <QComboBox>
@@ -93,13 +92,10 @@ void InsDist::ApriRicercaCampo()
 {
     // F4: the lookup of the field in focus.
     if (m_campoAttivo == CampoCodiceCliente) {
-        // The full client search; a client chosen fills code and name, and
-        // the code is checked as the focus moves on to the reason.
-        m_apriRicerca = true;
-        const bool scelto =
-            CercaClienteDelCampo(m_txt[CampoCodiceCliente], m_txt[CampoNomeCliente]) > 0;
-        m_apriRicerca = false;
-        m_txt[scelto ? CampoCausale : CampoCodiceCliente]->setFocus(Qt::OtherFocusReason);
+        // The full client search; a client chosen moves on to the reason.
+        CercaClienteEProsegui(m_txt[CampoCodiceCliente], m_txt[CampoNomeCliente],
+                              m_txt[CampoCausale], m_apriRicerca);
+        return;
     }
     CercaDalCampoMovimento(m_txt, m_campoAttivo, m_controllo->DataMovimento, m_apriRicerca);
 }

@@ -6,6 +6,7 @@
 #include "frame/ui/Fine.h"
 #include "frame/ui/Finestra.h"
 #include "frame/ui/Schermo.h"
+#include "lookup/CercaClienteCampo.h"
 #include "store/Connessione.h"
 #include "store/Griglie.h"
 #include "store/Recordset.h"
@@ -397,6 +398,17 @@ void CercaDalCampoMovimento(const QList<QLineEdit *> &txt, int campo, const QStr
         CercaCausale(txt[campo]);
     inRicerca = false;
     txt[campo]->setFocus(Qt::OtherFocusReason);
+}
+
+void CercaClienteEProsegui(QLineEdit *codice, QLineEdit *nome, QWidget *dopo, bool &inRicerca)
+{
+    inRicerca = true;
+    const bool scelto = CercaClienteDelCampo(codice, nome) > 0;
+    inRicerca = false;
+    if (scelto)
+        dopo->setFocus(Qt::TabFocusReason);
+    else
+        codice->setFocus(Qt::OtherFocusReason);
 }
 
 } // namespace sorvane

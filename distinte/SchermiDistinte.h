@@ -152,4 +152,10 @@ void ScaricaSchermo(Schermo *regole, std::initializer_list<Recordset *> tabelle,
 void CercaDalCampoMovimento(const QList<QLineEdit *> &txt, int campo, const QString &data,
                             bool &inRicerca);
 
+// F4 on a client code field, alike on every screen that has one: the full
+// client search (inRicerca holds the field's check back meanwhile). A client
+// chosen fills code and name and the focus moves on to `dopo`, so that the
+// code is checked as it is left; else the code field keeps it.
+void CercaClienteEProsegui(QLineEdit *codice, QLineEdit *nome, QWidget *dopo, bool &inRicerca);
+
 } // namespace sorvane

@@ -1,5 +1,6 @@
 // The fields of the 04 list screens: focus in and out, the checks as a
-// field is left, the keys that move on, F4 on the reason and currencies.
+// field is left, the keys that move on, F4 on the clients, the reason and
+// the currencies.
 
 #include "ledger04/Gestione04.h"
 
@@ -65,6 +66,16 @@ bool Gestione04::tastoGiu(int codice, int maschera)
         CercaCausale(m_txt[Campo04Causale]);
         m_occupato = false;
         m_txt[Campo04Causale]->setFocus(Qt::OtherFocusReason);
+        return true;
+    }
+    const bool cliente = indice == Campo04CodiceCliente || indice == campoCodiceFiltro();
+    if (codice == tasti::F4 && cliente) {
+        // The full client search; a client chosen moves on to the reason in
+        // the form, to "&ESTRAI" in the filter.
+        QWidget *dopo = m_command1[1];
+        if (indice == Campo04CodiceCliente)
+            dopo = m_txt[Campo04Causale];
+        CercaClienteEProsegui(m_txt[indice], m_txt[indice + 1], dopo, m_occupato);
         return true;
     }
     if (codice == tasti::Invio && indice == campoNomeFiltro()) {

@@ -124,6 +124,15 @@ void InsSald4::costruisci()
 
     m_schermo = new Schermo(this);
     m_schermo->campi(m_txt.mid(1), {ModoCifre, ModoTesto, ModoCifre, ModoTesto, ModoImporto});
+    m_schermo->tastoGiu = [this](int codice, int) {
+        // F4 on the client code: the full client search; a client chosen
+        // moves on to the year.
+        if (codice != tasti::F4 || IndiceCampo(m_txt, focusWidget()) != CampoSaldoCodice)
+            return false;
+        CercaClienteEProsegui(m_txt[CampoSaldoCodice], m_txt[CampoSaldoNome],
+                              m_txt[CampoSaldoAnno], m_occupato);
+        return true;
+    };
     m_campi = new CampiInsDist(m_txt, this);
     m_controllo = new ControlloSaldi(*m_campi);
     m_controllo->clienti.ricerca.CercaNomi = [](const QString &nome) {

@@ -9,8 +9,10 @@
 #include "ledger04/ControllaCampo4.h"
 #include "ledger04/EleCli.h"
 #include "ledger04/GesDist4.h"
+#include "ledger04/GesIntMd.h"
 #include "ledger04/InsSald4.h"
 #include "ledger04/ModelloDistinte04.h"
+#include "lookup/ChkCliC.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -250,6 +252,48 @@ TEST_F(GesDist4Schermo, LeColonneApronoLargheQuantoIlLoroContenuto)
     // The spare width is left blank, not given to the last column.
     EXPECT_LT(s.TDBGrid1()->columnWidth(Lista04Importo),
               s.TDBGrid1()->columnWidth(Lista04Nominativo));
+}
+
+// F4 on each client code: the full client search, from the name when the
+// code is a number; the client chosen lands in code and name and the focus
+// moves on, the code checked as it goes (the filter's shows the team).
+TEST_F(GesDist4Schermo, F4SuOgniCodiceClienteLaRicercaCompleta)
+{
+    QStringList cercati;
+    installaGestoreModale([&](QDialog &d) {
+        auto &ricerca = dynamic_cast<ChkCliC &>(d);
+        cercati << ricerca.Btxt(BoxNome)->text();
+        ricerca.Seleziona(0);
+        return ricerca.result();
+    });
+    const auto f4 = [&](QLineEdit *codice, QLineEdit *nome, QWidget *dopo) {
+        SCOPED_TRACE(qPrintable(codice->window()->objectName() + codice->objectName()));
+        Fuoco(codice);
+        codice->setText(QStringLiteral("12"));
+        nome->setText(QStringLiteral("D'ANGELO"));
+        Tasto(Qt::Key_F4);
+        EXPECT_EQ(codice->text(), QStringLiteral("13"));
+        EXPECT_EQ(nome->text(), QStringLiteral("D'ANGELO \"TINA\""));
+        EXPECT_EQ(QApplication::focusWidget(), dopo);
+    };
+    GesDist4 &s = ApriNuovo();
+    f4(s.txt(Campo04CodiceCliente), s.txt(Campo04NomeCliente), s.txt(Campo04Causale));
+    Premi(s.cndEND());
+    f4(s.txt(Campo04CodiceFiltro), s.txt(Campo04NomeFiltro), s.Command1(1));
+    EXPECT_EQ(s.lbTeam()->text(), QStringLiteral("7"));
+    s.close();
+    {
+        GesIntMd medi;
+        MostraAttiva(&medi);
+        f4(medi.txt(CampoIMCodiceCliente), medi.txt(CampoIMNomeCliente), medi.Command1(1));
+        medi.close();
+    }
+    InsSald4 saldi;
+    MostraAttiva(&saldi);
+    f4(saldi.txt(CampoSaldoCodice), saldi.txt(CampoSaldoNome), saldi.txt(CampoSaldoAnno));
+    saldi.close();
+    EXPECT_EQ(cercati, QStringList(4, QStringLiteral("D'ANGELO")));
+    EXPECT_TRUE(m_messaggi.testi().isEmpty()) << qPrintable(m_messaggi.testi().join(" | "));
 }
 
 TEST_F(GesDist4Schermo, SiEsceSubitoColCodiceClienteInFuoco)
