@@ -2,6 +2,10 @@
 // period of some 100,000 rows and the whole ledger, closed ones included,
 // from the engine to the file, beside the sqlite3 command-line tool's CSV of
 // the same statement. The peak memory of the program is a counter.
+// The DATA column comes out as a day number (45123): `dstData` is a whole
+// number in the ledger, the program's as the bench's, not a date field, and
+// the export writes a number as it stands. The number is the spreadsheet's
+// own serial of that day, which a date format shows as the date.
 
 #include "bench/ArchiviLedger.h"
 #include "distinte/ModelloDistinte.h"
