@@ -5,12 +5,12 @@
 #include <QAbstractTextDocumentLayout>
 #include <QFile>
 #include <QFileInfo>
-#include <QGuiApplication>
+#include <QFontInfo>
 #include <QPageLayout>
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QScreen>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -29,14 +29,52 @@ namespace sorvane {
 
 namespace {
 
-// The pages are laid out in the screen's units, as any text on screen, and
-// scaled to the device's dots when drawn. A layout measured on a device of
-// its own would cost more than twice as much for a long table.
-double DpiSchermo()
+// Templates measure in pixels of 1/96 inch and in points, and the pages are
+// laid out at 96 units to the inch whatever the screen or the device: a
+// sheet of labels counts on its pitch. Painting scales to the device.
+constexpr double kDpi = 96;
+
+// The font sizes in points of styles or markup, scaled.
+QString PuntiScalati(const QString &testo, double scala)
 {
-    if (const QScreen *schermo = QGuiApplication::primaryScreen())
-        return qRound(schermo->logicalDotsPerInchY());
-    return 96;
+    if (scala == 1.0)
+        return testo;
+    static const QRegularExpression punti(
+        QStringLiteral(R"((\bfont(?:-size)?\s*:[^;}"'<>]*?)(\d+(?:\.\d*)?|\.\d+)pt\b)"),
+        QRegularExpression::CaseInsensitiveOption);
+    QString scalato;
+    qsizetype da = 0;
+    for (auto it = punti.globalMatch(testo); it.hasNext();) {
+        const QRegularExpressionMatch m = it.next();
+        scalato += QStringView(testo).mid(da, m.capturedStart(2) - da);
+        scalato += QString::number(m.captured(2).toDouble() * scala, 'g', 12);
+        da = m.capturedEnd(2);
+    }
+    return scalato.append(QStringView(testo).mid(da));
+}
+
+// The report's font and the scale of the layout's points. Text laid out
+// without a device takes a pixel for a unit but a point at the screen's
+// dots per inch (a 72-point font is as many pixels tall), so on a screen of
+// other than 96 every point is scaled to stand at 96. A device of 96 dots
+// per inch would put the points right but scale the pixels, and a layout
+// measured on a device costs more than twice as much for a long table.
+struct Carattere
+{
+    QFont font;
+    double scala = 1.0;
+};
+
+Carattere CarattereImpaginato()
+{
+    QFont settantadue;
+    settantadue.setPointSizeF(72);
+    const int dpi = QFontInfo(settantadue).pixelSize();
+    Carattere c;
+    c.scala = dpi > 0 ? kDpi / dpi : 1.0;
+    c.font = CarattereReport();
+    c.font.setPointSizeF(c.font.pointSizeF() * c.scala);
+    return c;
 }
 
 constexpr double kStacco = 10; // space between header, body and footer
@@ -48,14 +86,15 @@ const char kStileBase[] =
     "th { font-weight: bold; }\n";
 
 // The parts as documents, the measures of the page, and the page marks.
-std::unique_ptr<QTextDocument> Documento(const Modello &modello, const QFont &font,
+std::unique_ptr<QTextDocument> Documento(const Modello &modello, const Carattere &carattere,
                                          const QString &html, double larghezza,
                                          double altezzaPagina = -1)
 {
     auto doc = std::make_unique<QTextDocument>();
     doc->setUseDesignMetrics(true);
-    doc->setDefaultFont(font);
-    doc->setDefaultStyleSheet(QString::fromLatin1(kStileBase) + modello.stile);
+    doc->setDefaultFont(carattere.font);
+    doc->setDefaultStyleSheet(QString::fromLatin1(kStileBase)
+                              + PuntiScalati(modello.stile, carattere.scala));
     if (!modello.cartella.isEmpty())
         doc->setBaseUrl(QUrl::fromLocalFile(modello.cartella + QLatin1Char('/')));
     doc->setDocumentMargin(0);
@@ -70,7 +109,7 @@ std::unique_ptr<QTextDocument> Documento(const Modello &modello, const QFont &fo
         doc->setPageSize(QSizeF(larghezza, altezzaPagina));
     else
         doc->setTextWidth(larghezza);
-    doc->setHtml(html);
+    doc->setHtml(PuntiScalati(html, carattere.scala));
     return doc;
 }
 
@@ -212,12 +251,12 @@ QTextTable *TabellaDi(const QTextDocument &doc, int indice)
 // them, cell by cell; from the same row at the same place with the same
 // columns, the rest of the table can only fall the same way. False when
 // they do not (the caller then lays out the whole at once).
-bool ImpaginaAPezzi(const Modello &modello, const QFont &font, const QString &html,
+bool ImpaginaAPezzi(const Modello &modello, const Carattere &carattere, const QString &html,
                     const TabellaLunga &tabella, double larghezza, double altezzaPagina,
                     std::vector<Pezzo> &pezzi, int &occupate)
 {
     const auto leggi = [&](int da, int a) {
-        return Documento(modello, font, PezzoTabella(html, tabella, da, a), larghezza,
+        return Documento(modello, carattere, PezzoTabella(html, tabella, da, a), larghezza,
                          altezzaPagina);
     };
     const int n = tabella.conteggio();
@@ -288,17 +327,18 @@ bool ImpaginaAPezzi(const Modello &modello, const QFont &font, const QString &ht
 
 // The body laid out, in pieces when it holds a long table; `occupate` is
 // the count of pages that hold something of it.
-std::vector<Pezzo> ImpaginaCorpo(const Modello &modello, const QFont &font, const QString &html,
-                                 double larghezza, double altezzaPagina, int &occupate)
+std::vector<Pezzo> ImpaginaCorpo(const Modello &modello, const Carattere &carattere,
+                                 const QString &html, double larghezza, double altezzaPagina,
+                                 int &occupate)
 {
     std::vector<Pezzo> pezzi;
     if (const auto tabella = TrovaTabellaLunga(html, 2 * kRighePezzo)) {
-        if (ImpaginaAPezzi(modello, font, html, *tabella, larghezza, altezzaPagina, pezzi,
+        if (ImpaginaAPezzi(modello, carattere, html, *tabella, larghezza, altezzaPagina, pezzi,
                            occupate))
             return pezzi;
         pezzi.clear();
     }
-    auto doc = Documento(modello, font, html, larghezza, altezzaPagina);
+    auto doc = Documento(modello, carattere, html, larghezza, altezzaPagina);
     occupate = PagineOccupate(*doc, altezzaPagina);
     pezzi.push_back({std::move(doc), 0});
     return pezzi;
@@ -310,7 +350,7 @@ struct Impaginazione::Dati
 {
     Modello modello;
     ModelloCompilato compilato;
-    QFont font;
+    Carattere carattere;
     QSizeF area;
     double hIntest = 0;
     double hPiede = 0;
@@ -331,15 +371,15 @@ Impaginazione::Impaginazione(const Modello &modello, const ModelloCompilato &com
     d->modello = modello;
     d->compilato = compilato;
     d->area = area;
-    d->font = CarattereReport();
+    d->carattere = CarattereImpaginato();
     const double larghezza = area.width();
 
     // Header and footer are measured with a wide page number, so that no
     // page's own number changes the room they take.
     const ModelloCompilato &c = d->compilato;
-    auto intest = Documento(d->modello, d->font, ConPagina(c.intestazione, 9999, 9999),
+    auto intest = Documento(d->modello, d->carattere, ConPagina(c.intestazione, 9999, 9999),
                             larghezza);
-    auto piede = Documento(d->modello, d->font, ConPagina(c.piede, 9999, 9999), larghezza);
+    auto piede = Documento(d->modello, d->carattere, ConPagina(c.piede, 9999, 9999), larghezza);
     d->hIntest = c.intestazione.isEmpty() ? 0 : intest->size().height() + kStacco;
     d->hPiede = c.piede.isEmpty() ? 0 : piede->size().height() + kStacco;
     // Qt breaks the pages of a layout at multiples of its page height in
@@ -348,7 +388,7 @@ Impaginazione::Impaginazione(const Modello &modello, const ModelloCompilato &com
     d->hCorpo = std::floor(qMax(50.0, area.height() - d->hIntest - d->hPiede) * 64) / 64;
 
     int occupate = 0;
-    d->corpo = ImpaginaCorpo(d->modello, d->font, c.corpo, larghezza, d->hCorpo, occupate);
+    d->corpo = ImpaginaCorpo(d->modello, d->carattere, c.corpo, larghezza, d->hCorpo, occupate);
     d->pagine = parziale ? occupate - 1 : qMax(1, occupate);
     if (!ConSegni(c.intestazione))
         d->intestFissa = std::move(intest);
@@ -387,7 +427,7 @@ void Impaginazione::disegnaPagina(QPainter &p, int i) const
     if (d->hIntest > 0) {
         std::unique_ptr<QTextDocument> propria;
         if (!d->intestFissa)
-            propria = Documento(d->modello, d->font,
+            propria = Documento(d->modello, d->carattere,
                                 ConPagina(c.intestazione, i + 1, totale), larghezza);
         Disegna(p, d->intestFissa ? *d->intestFissa : *propria,
                 QRectF(0, 0, larghezza, d->hIntest));
@@ -405,7 +445,7 @@ void Impaginazione::disegnaPagina(QPainter &p, int i) const
     if (d->hPiede > 0) {
         std::unique_ptr<QTextDocument> proprio;
         if (!d->piedeFisso)
-            proprio = Documento(d->modello, d->font, ConPagina(c.piede, i + 1, totale),
+            proprio = Documento(d->modello, d->carattere, ConPagina(c.piede, i + 1, totale),
                                 larghezza);
         const QTextDocument &piede = d->piedeFisso ? *d->piedeFisso : *proprio;
         p.translate(0, d->area.height() - piede.size().height());
@@ -418,12 +458,12 @@ namespace {
 
 double ScalaX(const QPagedPaintDevice &dev)
 {
-    return double(dev.logicalDpiX()) / DpiImpaginazione();
+    return double(dev.logicalDpiX()) / kDpi;
 }
 
 double ScalaY(const QPagedPaintDevice &dev)
 {
-    return double(dev.logicalDpiY()) / DpiImpaginazione();
+    return double(dev.logicalDpiY()) / kDpi;
 }
 
 // A PDF writer at the layout's resolution, with the page of the template,
@@ -441,7 +481,7 @@ bool ScriviPdf(const QString &file, const Modello &modello, const QString &titol
     bool scritto = false;
     {
         QPdfWriter pdf(&uscita);
-        pdf.setResolution(int(DpiSchermo()));
+        pdf.setResolution(int(kDpi));
         pdf.setCreator(QStringLiteral("SORVANE"));
         pdf.setTitle(titolo.isEmpty() ? QFileInfo(file).completeBaseName() : titolo);
         PreparaPagina(pdf, modello);
@@ -462,7 +502,7 @@ bool ScriviPdf(const QString &file, const Modello &modello, const QString &titol
 
 double DpiImpaginazione()
 {
-    return DpiSchermo();
+    return kDpi;
 }
 
 double UnitaPerMillimetro()

@@ -18,9 +18,9 @@ class QPainter;
 
 namespace sorvane {
 
-// The pages are laid out in the screen's units (dots per inch of the
-// primary screen, 96 without one) whatever the device. Ask for them in the
-// program's main thread.
+// The pages are laid out at 96 units to the inch, the pixels the templates
+// measure in, whatever the screen or the device; drawing scales them to the
+// device's dots.
 double DpiImpaginazione();
 
 // The printable area of a page in the units above, exact: whatever counts

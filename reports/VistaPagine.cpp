@@ -69,15 +69,21 @@ void VistaPagine::setModoZoom(ModoZoom modo)
     viewport()->update();
 }
 
+double VistaPagine::carta() const
+{
+    return logicalDpiY() / DpiImpaginazione();
+}
+
 double VistaPagine::fattore() const
 {
     const QSize v = viewport()->size();
-    const double larghezza = (v.width() - 2.0 * kBordo) / m_foglio.width();
+    const QSizeF foglio = m_foglio * carta();
+    const double larghezza = (v.width() - 2.0 * kBordo) / foglio.width();
     switch (m_modo) {
     case ModoZoom::Larghezza:
         return qBound(kMinimo, larghezza, kMassimo);
     case ModoZoom::PaginaIntera:
-        return qBound(kMinimo, qMin(larghezza, (v.height() - 2.0 * kBordo) / m_foglio.height()),
+        return qBound(kMinimo, qMin(larghezza, (v.height() - 2.0 * kBordo) / foglio.height()),
                       kMassimo);
     case ModoZoom::Fattore:
         break;
@@ -130,7 +136,7 @@ void VistaPagine::vaiAPagina(int pagina)
 
 QSizeF VistaPagine::foglioInPixel() const
 {
-    return m_foglio * fattore();
+    return m_foglio * (fattore() * carta());
 }
 
 int VistaPagine::passoPagina() const
@@ -163,7 +169,7 @@ void VistaPagine::segnalaPagina()
 
 QPixmap VistaPagine::disegnata(int indice)
 {
-    const double scala = fattore();
+    const double scala = fattore() * carta();
     if (!qFuzzyCompare(scala, m_fattoreDisegnato)) {
         m_disegnate.clear();
         m_fattoreDisegnato = scala;

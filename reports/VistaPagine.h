@@ -34,7 +34,7 @@ public:
     // A sheet drawn at a scale and device pixel ratio.
     using Foglio = std::function<QImage(int indice, double scala, qreal dpr)>;
 
-    // foglio: the sheet's size in the layout's units.
+    // foglio: the sheet's size in the layout's units (96 to the inch).
     VistaPagine(int pagine, const Foglio &disegna, const QSizeF &foglio,
                 QWidget *padre = nullptr);
     // Another layout of the same report (the whole after the first pages):
@@ -62,6 +62,8 @@ protected:
     void scrollContentsBy(int dx, int dy) override;
 
 private:
+    // Pixels of the screen to a unit of the layout, at the paper's own size.
+    double carta() const;
     QSizeF foglioInPixel() const;
     int passoPagina() const; // a page and the gap under it, in pixels
     void aggiornaBarre();

@@ -9,13 +9,19 @@
 #include <QAction>
 #include <QFile>
 #include <QFileDialog>
+#include <QGuiApplication>
 #include <QImage>
 #include <QLabel>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QSpinBox>
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
 
 using namespace sorvane;
 using namespace sorvane::prova;
@@ -30,6 +36,42 @@ QImage Pagina(const Impaginazione &pagine, int indice)
     QPainter p(&img);
     pagine.disegnaPagina(p, indice);
     return img;
+}
+
+// The labels' module with nine rows of labels: its count of pages, then
+// where the bands of ink of its first page start and end, in units.
+QList<int> MisuraEtichette()
+{
+    Modello modello;
+    EXPECT_TRUE(CaricaModello(QStringLiteral(MODULI_PREDEFINITI "/CliEtic.rpt"), modello));
+    DatiReport dati;
+    for (int r = 0; r < 9; ++r) {
+        QVariantMap riga;
+        for (int c = 1; c <= 9; ++c)
+            riga[QStringLiteral("CCampo%1").arg(c)] = QStringLiteral("ROSSI MARIO %1").arg(r);
+        dati.corpo.append(riga);
+    }
+    const Impaginazione pagine(modello, CompilaModello(modello, dati));
+    QList<int> misura{pagine.pagine()};
+    const QImage img = Pagina(pagine, 0);
+    bool dentro = false;
+    for (int y = 0; y < img.height(); ++y) {
+        const auto *riga = reinterpret_cast<const QRgb *>(img.constScanLine(y));
+        const bool inchiostro = std::any_of(riga, riga + img.width(),
+                                            [](QRgb c) { return qGray(c) < 128; });
+        if (inchiostro != dentro)
+            misura.append(y);
+        dentro = inchiostro;
+    }
+    return misura;
+}
+
+std::string Testo(const QList<int> &numeri)
+{
+    std::string t;
+    for (int n : numeri)
+        t += std::to_string(n) + ' ';
+    return t;
 }
 
 void Premi(QDialog &d, const char *nome)
@@ -161,4 +203,32 @@ TEST(FinestraAnteprima, PdfDaiFogliDellaVista)
               f.vista()->pagine());
 }
 
+// Templates measure in pixels of 1/96 inch: the labels stand 128 units
+// apart, eight rows to a sheet, and a screen of 120 dots per inch (a program
+// of its own, the screen being fixed at the start) lays them out alike.
+TEST(Impaginazione, NovantaseiUnitaAlPolliceSuOgniSchermo)
+{
+    const QList<int> misura = MisuraEtichette();
+    ASSERT_GT(misura.size(), 3);
+    EXPECT_EQ(misura[0], 2);
+    EXPECT_TRUE(misura.contains(misura[1] + 7 * 128)) << Testo(misura);
 
+    CartellaProva dir;
+    const QString schermo = dir.scrivi(
+        QStringLiteral("schermo.json"),
+        R"({"screens": [{"name": "S", "x": 0, "y": 0, "width": 1600, "height": 1200,)"
+        R"( "logicalDpi": 120, "logicalBaseDpi": 96, "dpr": 1}]})");
+    const QByteArray piattaforma = qgetenv("QT_QPA_PLATFORM");
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + schermo.toUtf8());
+    qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            std::cerr << "dpi " << qRound(QGuiApplication::primaryScreen()->logicalDotsPerInchY())
+                      << ' ' << Testo(MisuraEtichette()) << "fine" << std::endl;
+            std::_Exit(0);
+        },
+        ::testing::ExitedWithCode(0), "dpi 120 " + Testo(misura) + "fine");
+    qputenv("QT_QPA_PLATFORM", piattaforma);
+    qunsetenv("QT_ENABLE_HIGHDPI_SCALING");
+}
