@@ -10,13 +10,23 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QUuid>
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
+#include <type_traits>
 
 namespace sorvane::bench {
+
+// A prepared statement run with `valori` bound in their order.
+inline bool EseguiRiga(QSqlQuery &q, const QVariantList &valori)
+{
+    for (int i = 0; i < valori.size(); ++i)
+        q.bindValue(i, valori[i]);
+    return q.exec();
+}
 
 // One file of the set, made with its whole schema.
 inline bool CreaArchivio(Archivio a)
@@ -48,10 +58,14 @@ inline bool ApriArchiviVuoti(const QTemporaryDir &dir)
     return ConnettiDatabase();
 }
 
-// Applicazione is QApplication for the benches that open screens.
+// Applicazione is QApplication for the benches that open screens; they run
+// offscreen unless QT_QPA_PLATFORM says otherwise.
 template <typename Applicazione = QCoreApplication, typename Preparazione>
 int EseguiSuArchivi(int argc, char **argv, const char *nome, Preparazione prepara)
 {
+    if (!std::is_same_v<Applicazione, QCoreApplication>
+        && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     Applicazione app(argc, argv);
     QTemporaryDir dir;
     if (!dir.isValid() || !prepara(dir)) {

@@ -20,13 +20,6 @@ namespace sorvane::bench {
 inline constexpr int OggiLedger = 45458; // 15/06/2024
 inline constexpr int GiorniLedger = 7300;
 
-inline bool EseguiRiga(QSqlQuery &q, const QVariantList &valori)
-{
-    for (int i = 0; i < valori.size(); ++i)
-        q.bindValue(i, valori[i]);
-    return q.exec();
-}
-
 // `movimenti` movements of `clienti` clients, the firms alternating between
 // two, one reason.
 inline bool RiempiLedger(int movimenti, int clienti)

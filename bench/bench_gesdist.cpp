@@ -136,7 +136,5 @@ BENCHMARK(ordinaSqlite3)
 
 int main(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
     return EseguiSuArchivi<QApplication>(argc, argv, "bench_gesdist", Prepara);
 }

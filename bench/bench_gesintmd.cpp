@@ -3,14 +3,12 @@
 // all fills WInterMedi, writes the opening balance and shows the list's
 // first rows, within 300 ms.
 
-#include "bench/ArchiviBench.h"
+#include "bench/ArchiviDemo.h"
 #include "frame/core/Giorni.h"
-#include "frame/core/Sessione.h"
 #include "ledger04/EleCli.h"
 #include "ledger04/GesIntMd.h"
 #include "ledger04/ModelloDistinte04.h"
 #include "store/Transazione.h"
-#include "tools/demo/DatiDemo.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -75,16 +73,10 @@ QList<int> membri;
 
 bool Prepara(const QTemporaryDir &dir)
 {
-    sessione().OggiTesto = QStringLiteral("15/06/2024");
-    sessione().ModoProva = true;
-    if (!ApriArchiviVuoti(dir))
+    if (!PreparaUfficioDemo(dir, Righe))
         return false;
     QSqlDatabase db = Db();
-    OpzioniDemo opzioni;
-    opzioni.movimenti = Righe;
-    opzioni.oggi = QDate(2024, 6, 15);
-    QString errore;
-    return GeneraDatiDemo(db, opzioni, &errore) && FormaSquadra(db, membri);
+    return FormaSquadra(db, membri);
 }
 
 // ESTRAI for a member of the team with an opening balance, the first rows
@@ -114,7 +106,5 @@ BENCHMARK(estraiSquadra)->Unit(benchmark::kMillisecond)->Iterations(10);
 
 int main(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
     return EseguiSuArchivi<QApplication>(argc, argv, "bench_gesintmd", Prepara);
 }

@@ -43,7 +43,5 @@ BENCHMARK(apriInsDist)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
     return EseguiSuArchivi<QApplication>(argc, argv, "bench_insdist", PreparaConAvanzi);
 }

@@ -3,14 +3,12 @@
 // client's within 50 ms, and the next number of a typed row is one seek
 // (well under 5 ms).
 
-#include "bench/ArchiviBench.h"
-#include "frame/core/Sessione.h"
+#include "bench/ArchiviDemo.h"
 #include "ledger04/ControllaCampo4.h"
 #include "ledger04/Distinte04.h"
 #include "ledger04/GesDist4.h"
 #include "ledger04/ModelloDistinte04.h"
 #include "store/Tabelle.h"
-#include "tools/demo/DatiDemo.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -28,16 +26,7 @@ constexpr qint64 Righe = 1000000;
 
 bool Prepara(const QTemporaryDir &dir)
 {
-    sessione().OggiTesto = QStringLiteral("15/06/2024");
-    sessione().ModoProva = true;
-    if (!ApriArchiviVuoti(dir))
-        return false;
-    QSqlDatabase db = Db();
-    OpzioniDemo opzioni;
-    opzioni.movimenti = Righe;
-    opzioni.oggi = QDate(2024, 6, 15);
-    QString errore;
-    return GeneraDatiDemo(db, opzioni, &errore);
+    return PreparaUfficioDemo(dir, Righe);
 }
 
 std::unique_ptr<GesDist4> Schermo()
@@ -91,7 +80,5 @@ BENCHMARK(prossimoCodice)->Unit(benchmark::kMicrosecond)->Iterations(200);
 
 int main(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
     return EseguiSuArchivi<QApplication>(argc, argv, "bench_ledger04", Prepara);
 }

@@ -116,7 +116,5 @@ BENCHMARK(BM_Popup_Cognome)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
     return bench::EseguiSuArchivi<QApplication>(argc, argv, "bench_lookup", Prepara);
 }

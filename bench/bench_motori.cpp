@@ -92,13 +92,14 @@ bool RiempiLedgerServer()
 
 bool PreparaServer(const QString &indirizzo)
 {
-    const qsizetype due = indirizzo.lastIndexOf(QLatin1Char(':'));
+    ServerArchivio server;
+    if (!LeggiIndirizzo(indirizzo, server))
+        return false;
+    server.utente = qEnvironmentVariable("PGUSER", QStringLiteral("sorvane"));
+    server.postazione = QStringLiteral("bench");
     Impostazioni &imp = impostazioni();
     imp.Motore = QStringLiteral("POSTGRES");
-    imp.ServerHost = indirizzo.left(due);
-    imp.ServerPorta = indirizzo.mid(due + 1).toInt();
-    imp.ServerUtente = qEnvironmentVariable("PGUSER", QStringLiteral("sorvane"));
-    imp.Postazione = QStringLiteral("bench");
+    ImpostaServer(imp, server);
     sessione().CodiceOperatore = QStringLiteral("BENCH");
     g_database = QStringLiteral("bench_") + QUuid::createUuid().toString(QUuid::Id128).left(20);
     if (!Amministra(QStringLiteral("CREATE DATABASE \"%1\"").arg(g_database)))
@@ -188,8 +189,6 @@ BENCHMARK(salva)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Iterations(10);
 
 int main(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
     // A failure is told on the console and answered Cancel, never retried.
     MessaggiRegistrati messaggi;
     messaggi.gestore = [](const Richiesta &r) {

@@ -4,7 +4,7 @@
 // stay under a second, and the PDF of DistXdit.rpt from the staged rows
 // under ten. Run: build/bench/bench_stampa04
 
-#include "bench/ArchiviBench.h"
+#include "bench/ArchiviStampa.h"
 #include "ledger04/Distinte04.h"
 #include "ledger04/StampaDistinta04.h"
 #include "reports/CaricaDati.h"
@@ -12,7 +12,6 @@
 #include "reports/Renderer.h"
 #include "reports/Staging.h"
 #include "store/Connessione.h"
-#include "store/Transazione.h"
 
 #include <QApplication>
 #include <QSqlQuery>
@@ -24,48 +23,28 @@ using namespace sorvane;
 namespace {
 
 constexpr int Movimenti = 20000;
-const QString Ditta = QStringLiteral("L'ARCA ASSICURAZIONI");
 
-bool Esegui(QSqlQuery &q, const QVariantList &valori)
-{
-    for (const QVariant &v : valori)
-        q.addBindValue(v);
-    return q.exec();
-}
-
-// 300 clients, reasons of both signs, the firm's card, and rows from 2000
-// to 2003 in lire and euro for the firm and for another.
+// Rows from 2000 to 2003 in lire and euro.
 bool Prepara(const QTemporaryDir &dir)
 {
-    if (!bench::ApriArchiviVuoti(dir))
-        return false;
-    Transazione t;
-    QSqlQuery q(Db());
-    bool ok = q.prepare(QStringLiteral("INSERT INTO Clienti (CliCodice, CliRagsoc) "
-                                       "VALUES (?, ?)"));
-    for (int c = 1; ok && c <= 300; ++c)
-        ok = Esegui(q, {c, QStringLiteral("CLIENTE NUMERO %1").arg(c)});
-    ok = ok && q.prepare(QStringLiteral("INSERT INTO DistCausali VALUES (?, ?, ?)"))
-         && Esegui(q, {QStringLiteral("001"), QStringLiteral("VERSAMENTO"), "+"})
-         && Esegui(q, {QStringLiteral("002"), QStringLiteral("RISCATTO"), "-"})
-         && q.prepare(QStringLiteral("INSERT INTO Societa VALUES (?, 'VIA ROMA 1', '20121', "
-                                     "'MILANO', 'MI')"))
-         && Esegui(q, {Ditta});
-    ok = ok && q.prepare(QStringLiteral(
-                  "INSERT INTO Distinte04 (dstCodice, dstDitta, dstData, dstCliente, "
-                  "dstCausale, dstMoneta, dstImporto, dstCodP) VALUES (?, ?, ?, ?, ?, ?, ?, ?)"));
-    int codice = 0;
-    for (const QString &ditta : {Ditta, QStringLiteral("ALTRA DITTA")}) {
-        for (int i = 0; ok && i < Movimenti; ++i) {
-            ++codice;
-            const int giorno = 36526 + codice % 1400; // 2000 to 2003
-            const bool lire = giorno < 37257 ? codice % 3 != 0 : codice % 11 == 0;
-            ok = Esegui(q, {codice, ditta, giorno, 1 + codice % 300, codice % 5 ? "001" : "002",
-                            lire ? "LIT" : "EUR", lire ? 250000.0 + codice : 100.25 + codice,
-                            QStringLiteral("FONDO %1 CLASSE A").arg(codice % 97)});
-        }
-    }
-    return ok && t.conferma();
+    return bench::PreparaDitta(
+        dir,
+        QStringLiteral("INSERT INTO Distinte04 (dstCodice, dstDitta, dstData, dstCliente, "
+                       "dstCausale, dstMoneta, dstImporto, dstCodP) "
+                       "VALUES (?, ?, ?, ?, ?, ?, ?, ?)"),
+        [](QSqlQuery &q, const QString &ditta, int &codice) {
+            bool ok = true;
+            for (int i = 0; ok && i < Movimenti; ++i) {
+                ++codice;
+                const int giorno = 36526 + codice % 1400; // 2000 to 2003
+                const bool lire = giorno < 37257 ? codice % 3 != 0 : codice % 11 == 0;
+                ok = bench::EseguiRiga(
+                    q, {codice, ditta, giorno, 1 + codice % 300, codice % 5 ? "001" : "002",
+                        lire ? "LIT" : "EUR", lire ? 250000.0 + codice : 100.25 + codice,
+                        QStringLiteral("FONDO %1 CLASSE A").arg(codice % 97)});
+            }
+            return ok;
+        });
 }
 
 SchermoEstratto04 Schermo()
@@ -73,12 +52,12 @@ SchermoEstratto04 Schermo()
     FiltroDistinte filtro;
     filtro.dal = QStringLiteral("//");
     filtro.al = QStringLiteral("//");
-    filtro.ditta = Ditta;
+    filtro.ditta = bench::DittaStampata;
     SchermoEstratto04 s;
     s.estrazione = CondizioneEstrazione04(filtro, 46000);
     s.dataDal = filtro.dal;
     s.dataAl = filtro.al;
-    s.ditta = Ditta;
+    s.ditta = bench::DittaStampata;
     return s;
 }
 

@@ -4,11 +4,10 @@
 // written. The rendering is measured by bench_reports. It must stay under
 // two seconds.
 
-#include "bench/ArchiviBench.h"
+#include "bench/ArchiviStampa.h"
 #include "distinte/StampaDistinta.h"
 #include "reports/Staging.h"
 #include "store/Connessione.h"
-#include "store/Transazione.h"
 
 #include <QSqlQuery>
 #include <QTemporaryDir>
@@ -19,52 +18,31 @@ using namespace sorvane;
 namespace {
 
 constexpr int RigheStampate = 5000;
-const QString Ditta = QStringLiteral("L'ARCA ASSICURAZIONI");
 
-bool Esegui(QSqlQuery &q, const QVariantList &valori)
-{
-    for (const QVariant &v : valori)
-        q.addBindValue(v);
-    return q.exec();
-}
-
-// Clients, reasons of both signs, the firm's card, and a ledger where the
-// firm's 5,000 rows stand among as many of another firm.
+// 5,000 rows of each firm, every seventh movement a switch of two rows.
 bool Prepara(const QTemporaryDir &dir)
 {
-    if (!bench::ApriArchiviVuoti(dir))
-        return false;
-    Transazione t;
-    QSqlQuery q(Db());
-    bool ok = q.prepare(QStringLiteral("INSERT INTO Clienti (CliCodice, CliRagsoc) "
-                                       "VALUES (?, ?)"));
-    for (int c = 1; ok && c <= 300; ++c)
-        ok = Esegui(q, {c, QStringLiteral("CLIENTE NUMERO %1").arg(c)});
-    ok = ok && q.prepare(QStringLiteral("INSERT INTO DistCausali VALUES (?, ?, ?)"))
-         && Esegui(q, {QStringLiteral("001"), QStringLiteral("VERSAMENTO"), "+"})
-         && Esegui(q, {QStringLiteral("002"), QStringLiteral("RISCATTO"), "-"})
-         && q.prepare(QStringLiteral("INSERT INTO Societa VALUES (?, 'VIA ROMA 1', '20121', "
-                                     "'MILANO', 'MI')"))
-         && Esegui(q, {Ditta});
-    ok = ok && q.prepare(QStringLiteral(
-                  "INSERT INTO Distinte (dstCodice, dstPrg, dstDitta, dstData, dstCliente, "
-                  "dstCausale, dstMoneta, dstImporto, dstAssegno, dstBanca, dstSpeseUT, "
-                  "dstCodP0, dstCodP1, dstCodP2, dstCodP3, dstCodP4, dstChiusa) VALUES "
-                  "(?, ?, ?, ?, ?, ?, 'EUR', ?, '123456', 'BANCA POPOLARE', 2.5, ?, ?, "
-                  "'POL77', ' ', ' ', ' ')"));
-    int codice = 0;
-    for (const QString &ditta : {Ditta, QStringLiteral("ALTRA DITTA")}) {
-        for (int righe = 0; ok && righe < RigheStampate;) {
-            ++codice;
-            for (int prg = 0; ok && prg < (codice % 7 == 0 ? 2 : 1); ++prg, ++righe) {
-                ok = Esegui(q, {codice, QString::number(prg), ditta, 45000 + codice % 365,
-                                1 + codice % 300, codice % 5 ? "001" : "002", 100.0 + codice,
-                                QStringLiteral("FND%1\n").arg(codice % 97),
-                                QStringLiteral("GEST%1").arg(codice % 13)});
+    return bench::PreparaDitta(
+        dir,
+        QStringLiteral("INSERT INTO Distinte (dstCodice, dstPrg, dstDitta, dstData, dstCliente, "
+                       "dstCausale, dstMoneta, dstImporto, dstAssegno, dstBanca, dstSpeseUT, "
+                       "dstCodP0, dstCodP1, dstCodP2, dstCodP3, dstCodP4, dstChiusa) VALUES "
+                       "(?, ?, ?, ?, ?, ?, 'EUR', ?, '123456', 'BANCA POPOLARE', 2.5, ?, ?, "
+                       "'POL77', ' ', ' ', ' ')"),
+        [](QSqlQuery &q, const QString &ditta, int &codice) {
+            bool ok = true;
+            for (int righe = 0; ok && righe < RigheStampate;) {
+                ++codice;
+                for (int prg = 0; ok && prg < (codice % 7 == 0 ? 2 : 1); ++prg, ++righe) {
+                    ok = bench::EseguiRiga(
+                        q, {codice, QString::number(prg), ditta, 45000 + codice % 365,
+                            1 + codice % 300, codice % 5 ? "001" : "002", 100.0 + codice,
+                            QStringLiteral("FND%1\n").arg(codice % 97),
+                            QStringLiteral("GEST%1").arg(codice % 13)});
+                }
             }
-        }
-    }
-    return ok && t.conferma();
+            return ok;
+        });
 }
 
 void stagingStampaDistinta(benchmark::State &state)
@@ -72,7 +50,7 @@ void stagingStampaDistinta(benchmark::State &state)
     FiltroDistinte filtro;
     filtro.dal = QStringLiteral("//");
     filtro.al = QStringLiteral("//");
-    filtro.ditta = Ditta;
+    filtro.ditta = bench::DittaStampata;
     filtro.ancheChiusi = true;
     const CondizioneDistinte condizione = CondizioneEstrazione(filtro, 46000);
     qsizetype righe = 0;

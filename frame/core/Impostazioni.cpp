@@ -186,12 +186,12 @@ void LeggiCartelle(Impostazioni &imp)
     imp.Motore = archivio("MOTORE").toUpper();
     if (imp.Motore.isEmpty())
         imp.Motore = QStringLiteral("SQLITE");
-    imp.ServerHost = archivio("HOST");
-    imp.ServerPorta = archivio("PORTA").toInt();
-    imp.ServerDatabase = archivio("DATABASE");
-    imp.ServerUtente = archivio("UTENTE");
-    imp.ServerServizio = archivio("SERVIZIO");
-    imp.Postazione = archivio("POSTAZIONE");
+    ImpostaServer(imp, {.host = archivio("HOST"),
+                        .porta = archivio("PORTA").toInt(),
+                        .database = archivio("DATABASE"),
+                        .utente = archivio("UTENTE"),
+                        .servizio = archivio("SERVIZIO"),
+                        .postazione = archivio("POSTAZIONE")});
 
     imp.PathReport = ConSeparatore(
         Percorso(locale, QStringLiteral("REPORT"), QStringLiteral("MODULI"), imp.PathDati));
@@ -301,6 +301,31 @@ Impostazioni &impostazioni()
 {
     static Impostazioni s;
     return s;
+}
+
+void ImpostaServer(Impostazioni &imp, const ServerArchivio &server)
+{
+    imp.ServerHost = server.host;
+    imp.ServerPorta = server.porta;
+    imp.ServerDatabase = server.database;
+    imp.ServerUtente = server.utente;
+    imp.ServerServizio = server.servizio;
+    imp.Postazione = server.postazione;
+}
+
+bool LeggiIndirizzo(const QString &indirizzo, ServerArchivio &server)
+{
+    const qsizetype due = indirizzo.lastIndexOf(QLatin1Char(':'));
+    int porta = 0;
+    if (due >= 0) {
+        bool ok = false;
+        porta = indirizzo.mid(due + 1).toInt(&ok);
+        if (!ok || porta < 1 || porta > 65535)
+            return false;
+    }
+    server.host = due >= 0 ? indirizzo.left(due) : indirizzo;
+    server.porta = porta;
+    return true;
 }
 
 QString TrovaIniLocale(const QString &dirProgramma, const QString &nomeExe,

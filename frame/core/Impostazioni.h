@@ -11,6 +11,19 @@
 
 namespace sorvane {
 
+// Where an office on a server lives: the local INI's [ARCHIVIO] past its
+// MOTORE. The password is never here but in libpq's password or service
+// file.
+struct ServerArchivio
+{
+    QString host;
+    int porta = 0; // 0: libpq's default
+    QString database;
+    QString utente;
+    QString servizio;   // a service of pg_service.conf, instead of the above
+    QString postazione; // names the workstation's working schema
+};
+
 struct Impostazioni
 {
     QString IniLocale;
@@ -75,6 +88,14 @@ struct Impostazioni
 };
 
 Impostazioni &impostazioni();
+
+// The server's connection in the settings; the engine is left as it is.
+void ImpostaServer(Impostazioni &imp, const ServerArchivio &server);
+
+// "HOST" or "HOST:PORTA" into the host and port of `server`; false, with
+// `server` unchanged, when what follows the last ":" is not a port (1 to
+// 65535).
+bool LeggiIndirizzo(const QString &indirizzo, ServerArchivio &server);
 
 // Finds the local INI: SORVANE_INI when set and existing, then
 // dirProgramma/nomeExe.ini, dirProgramma/SORVANE.ini, CartellaWindows()

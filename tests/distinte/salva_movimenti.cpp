@@ -53,16 +53,18 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "uso: salva_movimenti database operatore postazione movimenti\n");
         return 2;
     }
-    const QString indirizzo = qEnvironmentVariable("SORVANE_PROVA_SERVER");
-    const qsizetype due = indirizzo.lastIndexOf(QLatin1Char(':'));
+    ServerArchivio server;
+    if (!LeggiIndirizzo(qEnvironmentVariable("SORVANE_PROVA_SERVER"), server)) {
+        std::fprintf(stderr, "SORVANE_PROVA_SERVER vuole HOST:PORTA\n");
+        return 2;
+    }
+    server.utente = qEnvironmentVariable("PGUSER", QStringLiteral("sorvane"));
+    server.database = arg.at(1);
+    server.postazione = arg.at(3);
     Impostazioni &imp = impostazioni();
     imp.Motore = QStringLiteral("POSTGRES");
-    imp.ServerHost = indirizzo.left(due);
-    imp.ServerPorta = indirizzo.mid(due + 1).toInt();
-    imp.ServerUtente = qEnvironmentVariable("PGUSER", QStringLiteral("sorvane"));
-    imp.ServerDatabase = arg.at(1);
+    ImpostaServer(imp, server);
     sessione().CodiceOperatore = arg.at(2);
-    imp.Postazione = arg.at(3);
     if (!ConnettiDatabase()) {
         std::fprintf(stderr, "connessione: %s\n", qPrintable(sessione().TestoErrore));
         return 1;

@@ -55,9 +55,12 @@ inline bool SuServerDiProva()
         const QString indirizzo = qEnvironmentVariable("SORVANE_PROVA_SERVER");
         if (indirizzo.isEmpty())
             return false;
-        const qsizetype due = indirizzo.lastIndexOf(QLatin1Char(':'));
-        qputenv("PGHOST", indirizzo.left(due).toUtf8());
-        qputenv("PGPORT", indirizzo.mid(due + 1).toUtf8());
+        ServerArchivio dove;
+        if (!LeggiIndirizzo(indirizzo, dove))
+            qFatal("SORVANE_PROVA_SERVER: HOST:PORTA");
+        qputenv("PGHOST", dove.host.toUtf8());
+        if (dove.porta > 0)
+            qputenv("PGPORT", QByteArray::number(dove.porta));
         if (qEnvironmentVariableIsEmpty("PGUSER"))
             qputenv("PGUSER", "sorvane");
         return true;

@@ -142,6 +142,7 @@ TEST_F(Installazione, OpzioniErrate)
     EXPECT_EQ(Lancia({}).codice, 2);
     EXPECT_EQ(Lancia({Radice(), "--scale", "molti"}).codice, 2);
     EXPECT_EQ(Lancia({Radice(), "--sconosciuta"}).codice, 2);
+    EXPECT_EQ(Lancia({Radice(), "--server", "db:65536", "--database", "x"}).codice, 2);
     const Esito aiuto = Lancia({"--aiuto"});
     EXPECT_EQ(aiuto.codice, 0);
     EXPECT_TRUE(aiuto.uscita.contains("--demo")) << qPrintable(aiuto.uscita);

@@ -7,6 +7,7 @@
 // stops the work before anything is written, and a failure halfway removes
 // what this run created.
 
+#include "frame/core/Impostazioni.h"
 #include "frame/core/Messaggi.h"
 
 #include <QSqlDatabase>
@@ -28,17 +29,11 @@ struct Opzioni
     QString modelli; // folder of report templates to install; empty: none
 };
 
-// Where an office on a server lives; the password stays with libpq's
-// password or service file.
-struct Server
+// Where the new office lives on a server (an empty postazione: the host's
+// name), and the file office (its folder) whose rows it takes, if any.
+struct Server : ServerArchivio
 {
-    QString host;
-    int porta = 0; // 0: libpq's default
-    QString database;
-    QString utente;
-    QString servizio;   // a service of pg_service.conf instead of the above
-    QString postazione; // the workstation; empty: the host's name
-    QString copia;      // a file office (its folder) whose rows the new office takes
+    QString copia;
 };
 
 // Paths of an installation in `cartella` for `operatore`.

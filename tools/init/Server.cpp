@@ -341,12 +341,7 @@ bool InstallaSuServer(const Opzioni &opzioni, const Server &server,
 
     Impostazioni &imp = impostazioni();
     imp.Motore = QStringLiteral("POSTGRES");
-    imp.ServerHost = server.host;
-    imp.ServerPorta = server.porta;
-    imp.ServerDatabase = server.database;
-    imp.ServerUtente = server.utente;
-    imp.ServerServizio = server.servizio;
-    imp.Postazione = server.postazione;
+    ImpostaServer(imp, server);
     imp.PathDati = d.pathDati;
     imp.PathLavoro = d.pathLavoro;
     imp.PathLavoroOperatore = d.pathLavoro + operatore + QDir::separator();

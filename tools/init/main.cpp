@@ -114,15 +114,8 @@ int main(int argc, char **argv)
     sorvane::init::Server dove;
     const bool suServer = parser.isSet(server) || parser.isSet(servizio) || parser.isSet(copia);
     if (suServer) {
-        QString host = parser.value(server);
-        const qsizetype due = host.lastIndexOf(QLatin1Char(':'));
-        if (due >= 0) {
-            dove.porta = host.mid(due + 1).toInt(&ok);
-            if (!ok || dove.porta < 1 || dove.porta > 65535)
-                return sbagliato(QStringLiteral("--server vuole HOST oppure HOST:PORTA"));
-            host.truncate(due);
-        }
-        dove.host = host;
+        if (!sorvane::LeggiIndirizzo(parser.value(server), dove))
+            return sbagliato(QStringLiteral("--server vuole HOST oppure HOST:PORTA"));
         dove.database = parser.value(database);
         dove.utente = parser.value(utente);
         dove.servizio = parser.value(servizio);
