@@ -70,7 +70,7 @@ bool CampoNumerico(int indice)
 
 } // namespace
 
-GesDist::GesDist(QWidget *padre) : QWidget(padre)
+GesDist::GesDist(QWidget *padre) : SchermoGestione(padre)
 {
     setObjectName(QStringLiteral("GesDist"));
     setWindowTitle(QStringLiteral("GESTIONE DISTINTA DOCUMENTI"));

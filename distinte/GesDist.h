@@ -9,28 +9,20 @@
 #include "distinte/CampiData.h"
 #include "distinte/Gestione.h"
 #include "distinte/Movimento.h"
-#include "distinte/SchermiDistinte.h"
+#include "distinte/SchermoDistinta.h"
 
-#include <QList>
-#include <QWidget>
-#include <cstdint>
 #include <optional>
 
 class QCheckBox;
-class QComboBox;
-class QLabel;
-class QLineEdit;
-class QPushButton;
-class QTableView;
 
 namespace sorvane {
 
-class CampiInsDist;
 class ModelloDistinte;
-class Schermo;
 struct ControlloCampi;
 
-class GesDist : public QWidget
+// Command1: 0 exit, 1 extract, 2 print. txt(1) to txt(20) the movement,
+// txt(21) to txt(28) the filter.
+class GesDist : public SchermoGestione
 {
     Q_OBJECT
 
@@ -38,29 +30,13 @@ public:
     explicit GesDist(QWidget *padre = nullptr);
     ~GesDist() override;
 
-    // The list panel: 0 exit, 1 extract, 2 print.
-    QPushButton *Command1(int indice) const { return m_command1.value(indice); }
     QPushButton *cmdExcel() const { return m_cmdExcel; }
     QPushButton *cmdData() const { return m_cmdData; }
     QCheckBox *Check1() const { return m_check1; }
-    PulsanteSpin *SpinButton1() const { return m_spin1; }
-    PulsanteSpin *SpinButton2() const { return m_spin2; }
-    // The change form.
-    QPushButton *cmdMOD() const { return m_cmdMOD; }
-    QPushButton *cmdDEL() const { return m_cmdDEL; }
+    // The change form's exit and bank.
     QPushButton *cndEND() const { return m_cndEND; }
-    QLabel *Label2() const { return m_label2; }
-    QLabel *CauDes() const { return m_cauDes; }
     QComboBox *cmbBanca() const { return m_cmbBanca; }
-    // 0 the movement's firm, 1 the filter's.
-    QComboBox *cmbSoc(int indice) const { return indice == 0 ? m_cmbSoc0 : m_cmbSoc1; }
-    // txt(1) to txt(20) the movement, txt(21) to txt(28) the filter.
-    QLineEdit *txt(int indice) const { return m_txt.value(indice); }
-    QWidget *pctLista() const { return m_pctLista; }
-    QWidget *pctMod() const { return m_pctMod; }
-    QTableView *TDBGrid1() const { return m_grid; }
     ModelloDistinte *Data1() const { return m_data1; }
-    std::int32_t CodiceMovimento() const { return m_codiceMovimento; }
     const CondizioneDistinte &UltimaCondizione() const { return m_condizione; }
 
     // The routines, as the buttons and the grid run them.
@@ -131,46 +107,25 @@ private:
     void fuocoEntrato(int indice);
     void fuocoUscito(int indice);
     bool tastoGiu(int codice, int maschera);
-    void vaiA(int indice) { m_fuoco.vaiA(indice); }
     int campoVicino(int indice, int verso) const;
     void ApriRicercaCampo();
 
-    QList<QLineEdit *> m_txt; // txt(1) to txt(28); [0] unused
-    QList<QPushButton *> m_command1;
     QPushButton *m_cmdExcel = nullptr;
     QPushButton *m_cmdData = nullptr;
-    QPushButton *m_cmdMOD = nullptr;
-    QPushButton *m_cmdDEL = nullptr;
     QPushButton *m_cndEND = nullptr;
     QCheckBox *m_check1 = nullptr;
-    PulsanteSpin *m_spin1 = nullptr;
-    PulsanteSpin *m_spin2 = nullptr;
-    QComboBox *m_cmbSoc0 = nullptr;
-    QComboBox *m_cmbSoc1 = nullptr;
     QComboBox *m_cmbBanca = nullptr;
-    QLabel *m_label2 = nullptr;
-    QLabel *m_cauDes = nullptr;
-    QWidget *m_pctLista = nullptr;
-    QWidget *m_pctMod = nullptr;
-    QTableView *m_grid = nullptr;
     ModelloDistinte *m_data1 = nullptr;
-    Schermo *m_schermo = nullptr;
-
-    CampiInsDist *m_campi = nullptr;
     ControlloCampi *m_controllo = nullptr;
 
     CondizioneDistinte m_condizione; // the last extraction's WHERE
     FiltroDistinte m_filtro;         // and the filter it came from
     OrdineLista m_ordine;            // the list's order in hand
     int m_indiceDitta = 0;           // cmbSoc(1)'s index, to see a change
-    std::int32_t m_codiceMovimento = 0;
     std::optional<Movimento> m_originale; // the movement in the form, marks and all
     std::optional<Marca> m_ripeti;
     int m_campoAttivo = 0;
-    RitornoCampo m_fuoco{this, m_txt};
     bool m_apriRicerca = false; // a lookup or a button routine is running
-    bool m_errore = false;      // a field's message is being shown
-    bool m_attivato = false;
 };
 
 } // namespace sorvane

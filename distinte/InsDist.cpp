@@ -89,7 +89,7 @@ PosizioneCampo CampiInsDist::posizione(int indice) const
     return p;
 }
 
-InsDist::InsDist(QWidget *padre) : QWidget(padre)
+InsDist::InsDist(QWidget *padre) : SchermoDistinta(padre)
 {
     setObjectName(QStringLiteral("InsDist"));
     setWindowTitle(QStringLiteral("INSERIMENTO MOVIMENTI NELLA DISTINTA DOCUMENTI"));

@@ -5,27 +5,18 @@
 // crash), changes or deletes them from the grid, and moves them all to the
 // ledgers with "&SALVA DIST.", which closes the screen.
 
+#include "distinte/SchermoDistinta.h"
 #include "store/Recordset.h"
 
-#include <QList>
 #include <QStringList>
-#include <QWidget>
-#include <cstdint>
-
-class QComboBox;
-class QLabel;
-class QLineEdit;
-class QPushButton;
-class QTableView;
 
 namespace sorvane {
 
-class CampiInsDist;
 class ModelloBkDistinte;
-class Schermo;
 struct ControlloCampi;
 
-class InsDist : public QWidget
+// Command1: 0 exit, 1 add/change, 2 save, 3 delete. txt(1) to txt(20).
+class InsDist : public SchermoDistinta
 {
     Q_OBJECT
 
@@ -33,15 +24,11 @@ public:
     explicit InsDist(QWidget *padre = nullptr);
     ~InsDist() override;
 
-    // Command1 by index: 0 exit, 1 add/change, 2 save, 3 delete.
-    QPushButton *Command1(int indice) const { return m_command1.value(indice); }
     QPushButton *cmdExcel() const { return m_cmdExcel; }
     QPushButton *cmdData() const { return m_cmdData; }
-    QLineEdit *txt(int indice) const { return m_txt.value(indice); }
     QComboBox *cmbSoc() const { return m_cmbSoc; }
     QComboBox *cmbBanca() const { return m_cmbBanca; }
     QLabel *CauDes() const { return m_cauDes; }
-    QTableView *TDBGrid1() const { return m_grid; }
     ModelloBkDistinte *Data1() const { return m_data1; }
     std::int32_t CodiceMovimento() const { return m_codiceMovimento; }
 
@@ -90,18 +77,12 @@ private:
     int campoSopra(int indice) const;
     void ApriRicercaCampo();
 
-    QList<QLineEdit *> m_txt; // txt(1) to txt(20); [0] unused
-    QList<QPushButton *> m_command1;
     QPushButton *m_cmdExcel = nullptr;
     QPushButton *m_cmdData = nullptr;
     QComboBox *m_cmbSoc = nullptr;
     QComboBox *m_cmbBanca = nullptr;
     QLabel *m_cauDes = nullptr;
-    QTableView *m_grid = nullptr;
     ModelloBkDistinte *m_data1 = nullptr;
-    Schermo *m_schermo = nullptr;
-
-    CampiInsDist *m_campi = nullptr;
     ControlloCampi *m_controllo = nullptr;
     Recordset m_bk; // BkDistinte on "primaria"
 
@@ -110,7 +91,6 @@ private:
     int m_campoAttivo = 0;
     bool m_apriRicerca = false; // a lookup or a button routine is running
     bool m_errore = false;      // a field's message is being shown
-    bool m_attivato = false;
 };
 
 } // namespace sorvane

@@ -66,7 +66,7 @@ std::uint8_t ModoComune(int i)
 } // namespace
 
 Gestione04::Gestione04(int ultimoCampo, const QString &nomeFine, QWidget *padre)
-    : QWidget(padre), m_ultimoCampo(ultimoCampo), m_nomeFine(nomeFine)
+    : SchermoGestione(padre), m_ultimoCampo(ultimoCampo), m_nomeFine(nomeFine)
 {
 }
 

@@ -9,60 +9,35 @@
 // alike too; the rest of the filter, the extraction and the print are each
 // screen's own. The screen mechanics are those of the slips' management.
 
-#include "distinte/SchermiDistinte.h"
+#include "distinte/SchermoDistinta.h"
 
-#include <QList>
-#include <QWidget>
-#include <cstdint>
 #include <optional>
 
 class QCheckBox;
-class QComboBox;
 class QGridLayout;
 class QHBoxLayout;
-class QLabel;
-class QLineEdit;
-class QPushButton;
-class QTableView;
 
 namespace sorvane {
 
-class CampiInsDist;
 class EtichettaSquadra;
 class ModelloDistinte04;
-class PulsanteSpin;
-class Schermo;
 struct ControlloCampi4;
 
-class Gestione04 : public QWidget
+// Command1: 0 exit, 1 extract, 2 print, 3 add. txt(1) to txt(9) the
+// movement, txt(10) up the filter.
+class Gestione04 : public SchermoGestione
 {
     Q_OBJECT
 
 public:
     ~Gestione04() override;
 
-    // The list panel: 0 exit, 1 extract, 2 print, 3 add.
-    QPushButton *Command1(int indice) const { return m_command1.value(indice); }
     // 0 the movement's date, 1 the from date, 2 the to date.
     QPushButton *cmdData(int indice) const { return m_cmdData.value(indice); }
-    PulsanteSpin *SpinButton1() const { return m_spin1; }
-    PulsanteSpin *SpinButton2() const { return m_spin2; }
     PulsanteSpin *SpinButtonM() const { return m_spinM; }
     QCheckBox *chkClose() const { return m_chkClose; }
     EtichettaSquadra *lbTeam() const { return m_lbTeam; }
-    // 0 the movement's firm, 1 the filter's.
-    QComboBox *cmbSoc(int indice) const { return indice == 0 ? m_cmbSoc0 : m_cmbSoc1; }
-    // txt(1) to txt(9) the movement, txt(10) up the filter.
-    QLineEdit *txt(int indice) const { return m_txt.value(indice); }
-    QLabel *Label2() const { return m_label2; }
-    QLabel *CauDes() const { return m_cauDes; }
-    QPushButton *cmdMOD() const { return m_cmdMOD; }
-    QPushButton *cmdDEL() const { return m_cmdDEL; }
-    QWidget *pctLista() const { return m_pctLista; }
-    QWidget *pctMod() const { return m_pctMod; }
-    QTableView *TDBGrid1() const { return m_grid; }
     ModelloDistinte04 *Data1() const { return m_data1; }
-    std::int32_t CodiceMovimento() const { return m_codiceMovimento; }
 
     // The routines, as the buttons, the label and the grid run them.
     virtual void Estrai() = 0; // Command1(1)
@@ -121,7 +96,6 @@ protected:
     void aggiornaPulsanti();
     // The from (1) or to (2) date's fields in a row, its arrows and calendar.
     QHBoxLayout *filaData(int data) const;
-    void vaiA(int indice) { m_fuoco.vaiA(indice); }
     // A routine runs: no field check meanwhile.
     void occupa(bool occupato) { m_occupato = occupato; }
 
@@ -129,27 +103,12 @@ protected:
     void showEvent(QShowEvent *evento) override;
     bool eventFilter(QObject *oggetto, QEvent *evento) override;
 
-    QList<QLineEdit *> m_txt; // [0] unused
-    QList<QPushButton *> m_command1;
     QList<QPushButton *> m_cmdData;
-    PulsanteSpin *m_spin1 = nullptr;
-    PulsanteSpin *m_spin2 = nullptr;
     PulsanteSpin *m_spinM = nullptr;
     QCheckBox *m_chkClose = nullptr;
     EtichettaSquadra *m_lbTeam = nullptr;
-    QComboBox *m_cmbSoc0 = nullptr;
-    QComboBox *m_cmbSoc1 = nullptr;
-    QLabel *m_label2 = nullptr;
-    QLabel *m_cauDes = nullptr;
-    QPushButton *m_cmdMOD = nullptr;
-    QPushButton *m_cmdDEL = nullptr;
     QPushButton *m_cmdFine = nullptr;
-    QWidget *m_pctLista = nullptr;
-    QWidget *m_pctMod = nullptr;
-    QTableView *m_grid = nullptr;
     ModelloDistinte04 *m_data1 = nullptr;
-    Schermo *m_schermo = nullptr;
-    CampiInsDist *m_campi = nullptr;
     ControlloCampi4 *m_controllo = nullptr;
 
 private:
@@ -172,11 +131,7 @@ private:
 
     int m_ultimoCampo;
     QString m_nomeFine;
-    std::int32_t m_codiceMovimento = 0;
-    RitornoCampo m_fuoco{this, m_txt};
     bool m_occupato = false; // a lookup, a popup or a button routine is running
-    bool m_errore = false;   // a field's message is being shown
-    bool m_attivato = false;
 };
 
 } // namespace sorvane

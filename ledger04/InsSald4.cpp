@@ -25,7 +25,7 @@
 
 namespace sorvane {
 
-InsSald4::InsSald4(QWidget *padre) : QWidget(padre)
+InsSald4::InsSald4(QWidget *padre) : SchermoDistinta(padre)
 {
     setObjectName(QStringLiteral("InsSald4"));
     setWindowTitle(QStringLiteral("GESTIONE DISTINTA DOCUMENTI 04"));

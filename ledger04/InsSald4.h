@@ -5,25 +5,17 @@
 // then a withdrawal are confirmed, and the next client starts over. The
 // list below shows what the client already has.
 
-#include "distinte/SchermiDistinte.h"
+#include "distinte/SchermoDistinta.h"
 #include "ledger04/Saldi04.h"
 
-#include <QList>
-#include <QWidget>
-
-class QComboBox;
-class QLineEdit;
-class QPushButton;
 class QRadioButton;
-class QTableView;
 
 namespace sorvane {
 
-class CampiInsDist;
 class ModelloDistinte04;
-class Schermo;
 
-class InsSald4 : public QWidget
+// Command1: 0 exit, 1 confirm. txt(1) to txt(5).
+class InsSald4 : public SchermoDistinta
 {
     Q_OBJECT
 
@@ -32,11 +24,8 @@ public:
     ~InsSald4() override;
 
     QComboBox *cmbSoc() const { return m_cmbSoc; }
-    QLineEdit *txt(int indice) const { return m_txt.value(indice); } // 1 to 5
     QRadioButton *Option1(int indice) const { return m_option1.value(indice); }
-    QPushButton *Command1(int indice) const { return m_command1.value(indice); } // 0 exit, 1 confirm
     QPushButton *Command2() const { return m_command2; }
-    QTableView *TDBGrid1() const { return m_grid; }
     ModelloDistinte04 *Data1() const { return m_data1; }
 
     void ListaSaldi();
@@ -54,19 +43,13 @@ private:
     // Once the present focus change is over.
     void vaiA(int indice) { m_fuoco.tornaA(indice); }
 
-    QList<QLineEdit *> m_txt; // [0] unused
     QList<QRadioButton *> m_option1;
-    QList<QPushButton *> m_command1;
     QPushButton *m_command2 = nullptr;
     QComboBox *m_cmbSoc = nullptr;
-    QTableView *m_grid = nullptr;
     ModelloDistinte04 *m_data1 = nullptr;
-    Schermo *m_schermo = nullptr;
-    CampiInsDist *m_campi = nullptr;
     ControlloSaldi *m_controllo = nullptr;
     RitornoCampo m_fuoco{this, m_txt};
     bool m_occupato = false; // a routine holds the focus
-    bool m_attivato = false;
 };
 
 } // namespace sorvane
