@@ -99,12 +99,12 @@ bool PreparaServer(const QString &indirizzo)
     server.postazione = QStringLiteral("bench");
     Impostazioni &imp = impostazioni();
     imp.Motore = QStringLiteral("POSTGRES");
-    ImpostaServer(imp, server);
+    imp.Server = server;
     sessione().CodiceOperatore = QStringLiteral("BENCH");
     g_database = QStringLiteral("bench_") + QUuid::createUuid().toString(QUuid::Id128).left(20);
     if (!Amministra(QStringLiteral("CREATE DATABASE \"%1\"").arg(g_database)))
         return false;
-    imp.ServerDatabase = g_database;
+    imp.Server.database = g_database;
     g_server = imp; // for the drop at the end, whatever happens next
     const QString nome = QUuid::createUuid().toString();
     bool fatto = true;

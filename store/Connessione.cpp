@@ -203,12 +203,7 @@ bool ConnettiServer(const Avanzamento &avanzamento)
 {
     Impostazioni &imp = impostazioni();
     Archivi &st = archivi();
-    const QString luogo = imp.ServerServizio.isEmpty()
-                              ? QStringLiteral("%1/%2").arg(imp.ServerHost.isEmpty()
-                                                                ? QStringLiteral("localhost")
-                                                                : imp.ServerHost,
-                                                            imp.ServerDatabase)
-                              : QStringLiteral("servizio ") + imp.ServerServizio;
+    const QString luogo = LuogoServer(imp.Server);
     Mostra(avanzamento, QStringLiteral("Collegamento al server"));
     QSqlDatabase db = AggiungiServer(NomeConnessione);
     if (!db.open()) {

@@ -51,7 +51,7 @@ QString SchemaServer(Archivio a)
     case Archivio::Visite: return Tronca(QStringLiteral("visite_") + operatore);
     case Archivio::Indici: return QStringLiteral("indici");
     case Archivio::Lavoro: {
-        QString postazione = Parte(impostazioni().Postazione);
+        QString postazione = Parte(impostazioni().Server.postazione);
         if (postazione.isEmpty())
             postazione = Parte(QSysInfo::machineHostName());
         return Tronca(QStringLiteral("lavoro_") + operatore + QLatin1Char('_') + postazione);
@@ -78,12 +78,7 @@ QString LuogoArchivio(Archivio a)
                                             : imp.FileIndici;
         }
     }
-    const QString server = imp.ServerServizio.isEmpty()
-                               ? (imp.ServerHost.isEmpty() ? QStringLiteral("localhost")
-                                                           : imp.ServerHost)
-                                     + QLatin1Char('/') + imp.ServerDatabase
-                               : QStringLiteral("servizio ") + imp.ServerServizio;
-    return server + QStringLiteral(", ") + SchemaServer(a);
+    return LuogoServer(imp.Server) + QStringLiteral(", ") + SchemaServer(a);
 }
 
 QString NomeSql(const QString &nome)
@@ -106,14 +101,14 @@ QSqlDatabase AggiungiServer(const QString &nome)
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), nome);
     QStringList opzioni{QStringLiteral("connect_timeout=5"),
                         QStringLiteral("application_name=sorvane")};
-    if (!imp.ServerServizio.isEmpty())
-        opzioni << QStringLiteral("service=") + imp.ServerServizio;
+    if (!imp.Server.servizio.isEmpty())
+        opzioni << QStringLiteral("service=") + imp.Server.servizio;
     db.setConnectOptions(opzioni.join(QLatin1Char(';')));
-    db.setHostName(imp.ServerHost);
-    if (imp.ServerPorta > 0)
-        db.setPort(imp.ServerPorta);
-    db.setDatabaseName(imp.ServerDatabase);
-    db.setUserName(imp.ServerUtente);
+    db.setHostName(imp.Server.host);
+    if (imp.Server.porta > 0)
+        db.setPort(imp.Server.porta);
+    db.setDatabaseName(imp.Server.database);
+    db.setUserName(imp.Server.utente);
     // Sums and roundings come back as numeric: numbers, as on the files,
     // not the driver's exact text.
     db.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);

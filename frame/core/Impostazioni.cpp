@@ -186,12 +186,12 @@ void LeggiCartelle(Impostazioni &imp)
     imp.Motore = archivio("MOTORE").toUpper();
     if (imp.Motore.isEmpty())
         imp.Motore = QStringLiteral("SQLITE");
-    ImpostaServer(imp, {.host = archivio("HOST"),
+    imp.Server = ServerArchivio{.host = archivio("HOST"),
                         .porta = archivio("PORTA").toInt(),
                         .database = archivio("DATABASE"),
                         .utente = archivio("UTENTE"),
                         .servizio = archivio("SERVIZIO"),
-                        .postazione = archivio("POSTAZIONE")});
+                        .postazione = archivio("POSTAZIONE")};
 
     imp.PathReport = ConSeparatore(
         Percorso(locale, QStringLiteral("REPORT"), QStringLiteral("MODULI"), imp.PathDati));
@@ -303,14 +303,12 @@ Impostazioni &impostazioni()
     return s;
 }
 
-void ImpostaServer(Impostazioni &imp, const ServerArchivio &server)
+QString LuogoServer(const ServerArchivio &server)
 {
-    imp.ServerHost = server.host;
-    imp.ServerPorta = server.porta;
-    imp.ServerDatabase = server.database;
-    imp.ServerUtente = server.utente;
-    imp.ServerServizio = server.servizio;
-    imp.Postazione = server.postazione;
+    if (!server.servizio.isEmpty())
+        return QStringLiteral("servizio ") + server.servizio;
+    return (server.host.isEmpty() ? QStringLiteral("localhost") : server.host) + QLatin1Char('/')
+           + server.database;
 }
 
 bool LeggiIndirizzo(const QString &indirizzo, ServerArchivio &server)

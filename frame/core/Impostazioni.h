@@ -50,12 +50,7 @@ struct Impostazioni
     // above) or "POSTGRES" (a server database; the password is never in
     // the INI but in libpq's password or service file).
     QString Motore = QStringLiteral("SQLITE");
-    QString ServerHost;
-    int ServerPorta = 0; // 0: libpq's default
-    QString ServerDatabase;
-    QString ServerUtente;
-    QString ServerServizio; // a service of pg_service.conf, instead of the above
-    QString Postazione;     // names the workstation's working schema
+    ServerArchivio Server;
 
     std::array<QString, 14> MesiNomi;
 
@@ -89,8 +84,9 @@ struct Impostazioni
 
 Impostazioni &impostazioni();
 
-// The server's connection in the settings; the engine is left as it is.
-void ImpostaServer(Impostazioni &imp, const ServerArchivio &server);
+// The server as the user is told of it: "host/database" (localhost when
+// no host is named) or "servizio NAME".
+QString LuogoServer(const ServerArchivio &server);
 
 // "HOST" or "HOST:PORTA" into the host and port of `server`; false, with
 // `server` unchanged, when what follows the last ":" is not a port (1 to

@@ -63,7 +63,7 @@ int main(int argc, char **argv)
     server.postazione = arg.at(3);
     Impostazioni &imp = impostazioni();
     imp.Motore = QStringLiteral("POSTGRES");
-    ImpostaServer(imp, server);
+    imp.Server = server;
     sessione().CodiceOperatore = arg.at(2);
     if (!ConnettiDatabase()) {
         std::fprintf(stderr, "connessione: %s\n", qPrintable(sessione().TestoErrore));
@@ -72,7 +72,7 @@ int main(int argc, char **argv)
     const int movimenti = arg.at(4).toInt();
     for (int n = 1; n <= movimenti; ++n) {
         QString errore;
-        if (!MettiInLavoro(imp.Postazione, n, &errore)) {
+        if (!MettiInLavoro(imp.Server.postazione, n, &errore)) {
             std::fprintf(stderr, "movimento %d: %s\n", n, qPrintable(errore));
             return 1;
         }

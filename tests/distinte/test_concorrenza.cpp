@@ -23,10 +23,10 @@ protected:
         if (!SuServerDiProva())
             GTEST_SKIP() << "solo con due postazioni su un server";
         ProvaInsieme::SetUp();
-        impostazioni().Postazione = QStringLiteral("A");
+        impostazioni().Server.postazione = QStringLiteral("A");
         for (Archivio a : TuttiGliArchivi)
             ASSERT_NO_FATAL_FAILURE(Crea(a));
-        impostazioni().Postazione = QStringLiteral("B");
+        impostazioni().Server.postazione = QStringLiteral("B");
         ASSERT_NO_FATAL_FAILURE(Crea(Archivio::Lavoro));
     }
 
@@ -51,7 +51,7 @@ protected:
     // in its working table.
     QList<int> Ordinali(const QString &postazione, bool inLavoro)
     {
-        impostazioni().Postazione = postazione;
+        impostazioni().Server.postazione = postazione;
         const QString tabella = inLavoro
             ? NomeSchemaSql(SchemaServer(Archivio::Lavoro)) + QStringLiteral(".BkDistinte")
             : QStringLiteral("Distinte");

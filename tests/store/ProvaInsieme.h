@@ -157,8 +157,8 @@ protected:
             << qPrintable(errore);
         Impostazioni &imp = impostazioni();
         imp.Motore = QStringLiteral("POSTGRES");
-        imp.ServerDatabase = m_database;
-        imp.Postazione = QStringLiteral("prova");
+        imp.Server.database = m_database;
+        imp.Server.postazione = QStringLiteral("prova");
     }
 
     // Settings on a data folder under `radice`.
@@ -175,8 +175,8 @@ protected:
         imp.FileIndici.clear();
         if (!m_database.isEmpty()) {
             imp.Motore = QStringLiteral("POSTGRES");
-            imp.ServerDatabase = m_database;
-            imp.Postazione = QStringLiteral("prova");
+            imp.Server.database = m_database;
+            imp.Server.postazione = QStringLiteral("prova");
         }
     }
 

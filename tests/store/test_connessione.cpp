@@ -325,7 +325,7 @@ TEST_F(Connessione, SulServerLoSchemaDiLavoroNuovoNasceAllAvvio)
 {
     if (!SuServerDiProva())
         GTEST_SKIP() << "solo sul server";
-    impostazioni().Postazione = QStringLiteral("nuova");
+    impostazioni().Server.postazione = QStringLiteral("nuova");
     ASSERT_TRUE(Connetti()) << qPrintable(sessione().TestoErrore);
     EXPECT_EQ(m_parole.mid(0, 1), QStringList{"Collegamento al server"});
     EXPECT_EQ(m_parole.mid(1, 8), ParoleApertura);
@@ -346,12 +346,12 @@ TEST_F(Connessione, SulServerIrraggiungibileRiprovaOAnnulla)
 {
     if (!SuServerDiProva())
         GTEST_SKIP() << "solo sul server";
-    impostazioni().ServerHost = QStringLiteral("127.0.0.1");
-    impostazioni().ServerPorta = 1;
+    impostazioni().Server.host = QStringLiteral("127.0.0.1");
+    impostazioni().Server.porta = 1;
     EXPECT_FALSE(Connetti());
     ASSERT_EQ(m_messaggi.richieste().size(), 1);
     const Richiesta r = m_messaggi.richieste().first();
-    EXPECT_TRUE(r.testo.startsWith("SERVER 127.0.0.1/" + impostazioni().ServerDatabase
+    EXPECT_TRUE(r.testo.startsWith("SERVER 127.0.0.1/" + impostazioni().Server.database
                                    + " NON RAGGIUNGIBILE\n"))
         << qPrintable(r.testo);
     EXPECT_EQ(r.pulsanti, Pulsanti::RiprovaAnnulla);

@@ -159,7 +159,7 @@ TEST_F(Installazione, UfficioSuFileCopiatoSulServer)
     const QString origine = cartella.file("file");
     ASSERT_EQ(Lancia({origine, "--demo", "--seme", "7"}).codice, 0);
 
-    const QString database = impostazioni().ServerDatabase;
+    const QString database = impostazioni().Server.database;
     const QStringList server = {"--server", qEnvironmentVariable("SORVANE_PROVA_SERVER"),
                                 "--database", database, "--postazione", "prova"};
     // A row the server's types refuse stops the copy, and the schemas it

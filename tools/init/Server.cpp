@@ -50,7 +50,7 @@ bool Apri(QSqlDatabase &db)
 // server's maintenance database, if the user may.
 bool ApriOCreaDatabase(QString *errore)
 {
-    const QString database = impostazioni().ServerDatabase;
+    const QString database = impostazioni().Server.database;
     {
         Collegamento c(AggiungiServer(NomeNuovo()));
         QSqlDatabase db = c.db();
@@ -59,7 +59,7 @@ bool ApriOCreaDatabase(QString *errore)
     }
     if (database.isEmpty()) { // the service names it, and it is not there
         *errore = QStringLiteral("IMPOSSIBILE APRIRE IL DATABASE DEL SERVIZIO %1")
-                      .arg(impostazioni().ServerServizio);
+                      .arg(impostazioni().Server.servizio);
         return false;
     }
     Collegamento manutenzione(AggiungiServer(NomeNuovo()));
@@ -126,7 +126,7 @@ bool CreaSchemi(bool indiciSubito, SchemiFatti &fatti, QString *errore)
     QSqlDatabase db = c.db();
     if (!Apri(db)) {
         *errore = QStringLiteral("IMPOSSIBILE APRIRE IL DATABASE %1 SUL SERVER: %2")
-                      .arg(impostazioni().ServerDatabase, TestoErroreSqlite(db.lastError()));
+                      .arg(impostazioni().Server.database, TestoErroreSqlite(db.lastError()));
         return false;
     }
     const QString dati = SchemaServer(Archivio::Dati);
@@ -341,7 +341,7 @@ bool InstallaSuServer(const Opzioni &opzioni, const Server &server,
 
     Impostazioni &imp = impostazioni();
     imp.Motore = QStringLiteral("POSTGRES");
-    ImpostaServer(imp, server);
+    imp.Server = server;
     imp.PathDati = d.pathDati;
     imp.PathLavoro = d.pathLavoro;
     imp.PathLavoroOperatore = d.pathLavoro + operatore + QDir::separator();
