@@ -5,6 +5,7 @@
 #include "frame/core/Valore.h"
 #include "store/Connessione.h"
 #include "store/Transazione.h"
+#include "store/Motore.h"
 
 #include <QSqlError>
 #include <QStringList>
@@ -281,7 +282,7 @@ QString PagineDistinte::colonnaChiave() const
 bool PagineDistinte::esegui(const QString &sql, const QVariantList &valori, QSqlQuery *q,
                             QString *errore) const
 {
-    q->setForwardOnly(true);
+    LetturaInAvanti(*q);
     bool riuscita = q->prepare(sql);
     for (const QVariant &v : valori)
         q->addBindValue(v);

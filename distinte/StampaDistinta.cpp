@@ -9,6 +9,7 @@
 #include "reports/Staging.h"
 #include "store/Connessione.h"
 #include "store/Transazione.h"
+#include "store/Motore.h"
 
 #include <QHash>
 #include <QSqlError>
@@ -134,7 +135,7 @@ Lettura LeggiStampa(const CondizioneDistinte &ultima, const FiltroDistinte &filt
     if (ultima.vuota())
         return l;
     QSqlQuery q(DbDati());
-    q.setForwardOnly(true);
+    LetturaInAvanti(q);
     bool ok = q.prepare(QueryStampaDistinte(ultima));
     for (int i = 0; ok && i < ultima.parametri.size(); ++i)
         q.addBindValue(ultima.parametri.at(i));
@@ -179,7 +180,7 @@ bool ScriviDitta(const QString &ditta, QVariantMap &testa, QString *errore)
         return true;
     // The name goes bound: firms' names hold apostrophes and quotes.
     QSqlQuery q(DbDati());
-    q.setForwardOnly(true);
+    LetturaInAvanti(q);
     bool ok = q.prepare(QStringLiteral("SELECT * FROM Societa WHERE SocNome = ?"));
     if (ok) {
         q.addBindValue(nome);

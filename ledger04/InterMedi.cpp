@@ -12,6 +12,7 @@
 #include "store/Cambi.h"
 #include "store/Connessione.h"
 #include "store/Transazione.h"
+#include "store/Motore.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
@@ -126,7 +127,7 @@ void PrimoMovimento(StatoInterMedi &stato)
         stato.PrimoCliente = 0;
         stato.PrimaData = 0;
         QSqlQuery q(Db());
-        q.setForwardOnly(true);
+        LetturaInAvanti(q);
         // The movements only: the balance row takes its date from them.
         if (Esegui(q, QStringLiteral("SELECT dstData, dstCliente FROM WInterMedi"
                                      " WHERE dstCodice <> ? ORDER BY dstData LIMIT 1"),

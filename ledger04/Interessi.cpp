@@ -16,6 +16,7 @@
 #include "store/Connessione.h"
 #include "store/Recordset.h"
 #include "store/Transazione.h"
+#include "store/Motore.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
@@ -94,7 +95,7 @@ bool InEuro(double &saldo, const QString &moneta, std::int32_t giorno)
 std::optional<std::vector<Movimento>> LeggiSelezione(const QString &sql, QString *errore)
 {
     QSqlQuery q(DbLavoro());
-    q.setForwardOnly(true);
+    LetturaInAvanti(q);
     if (!q.exec(sql)) {
         *errore = TestoErroreSqlite(q.lastError());
         return std::nullopt;
@@ -268,7 +269,7 @@ void ScriviDittaTesta(const QString &ditta, QVariantMap &testa)
     if (ditta.trimmed().isEmpty())
         return;
     QSqlQuery q(DbDati());
-    q.setForwardOnly(true);
+    LetturaInAvanti(q);
     q.prepare(QStringLiteral("SELECT * FROM Societa WHERE SocNome = ?"));
     q.addBindValue(ditta.trimmed());
     if (q.exec() && q.next()) {

@@ -6,6 +6,7 @@
 #include "store/Connessione.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
+#include "store/Motore.h"
 
 #include <QSqlQuery>
 
@@ -73,7 +74,7 @@ QStringList RigheSquadra(std::int32_t squadra)
     if (squadra == 0)
         return righe;
     QSqlQuery q(DbDati());
-    q.setForwardOnly(true);
+    LetturaInAvanti(q);
     q.prepare(QStringLiteral("SELECT Cliente FROM Squadre WHERE Squadra = ?"));
     q.addBindValue(squadra);
     if (!q.exec())
@@ -104,7 +105,7 @@ QList<std::int32_t> MembriSquadra(std::int32_t squadra)
     if (squadra == 0)
         return {};
     QSqlQuery q(DbDati());
-    q.setForwardOnly(true);
+    LetturaInAvanti(q);
     q.prepare(QStringLiteral("SELECT Cliente FROM Squadre WHERE Squadra = ? ORDER BY Cliente"));
     q.addBindValue(squadra);
     if (!q.exec())

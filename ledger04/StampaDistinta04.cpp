@@ -14,6 +14,7 @@
 #include "reports/Staging.h"
 #include "store/Connessione.h"
 #include "store/Transazione.h"
+#include "store/Motore.h"
 
 #include <QDate>
 #include <QSqlError>
@@ -38,7 +39,7 @@ QString Nome(const char *prefisso, int n) { return QLatin1String(prefisso) + QSt
 
 bool Esegui(QSqlQuery &q, const QString &sql, const QVariantList &valori, QString *errore)
 {
-    q.setForwardOnly(true);
+    LetturaInAvanti(q);
     bool ok = q.prepare(sql);
     for (int i = 0; ok && i < valori.size(); ++i)
         q.addBindValue(valori.at(i));

@@ -5,6 +5,7 @@
 #include "frame/core/Impostazioni.h"
 #include "frame/core/Valore.h"
 #include "store/Connessione.h"
+#include "store/Motore.h"
 
 #include <QSqlQuery>
 
@@ -192,7 +193,7 @@ double TirGruppo(const PeriodoTir &p)
     if (p.squadra == 0)
         return 0;
     QSqlQuery q(DbLavoro());
-    q.setForwardOnly(true);
+    LetturaInAvanti(q);
     if (!q.exec(QStringLiteral("SELECT dstData, dstMoneta, dstImporto, Segno FROM WInterMedi"
                                " ORDER BY dstData, dstCodice"))
         || !q.next())

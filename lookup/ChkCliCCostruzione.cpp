@@ -8,6 +8,7 @@
 #include "lookup/ModelloAnagrafiche.h"
 #include "reports/Esporta.h"
 #include "store/Connessione.h"
+#include "store/Motore.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -203,7 +204,7 @@ void ChkCliC::coloraMese(int mese)
 void ChkCliC::caricaListe()
 {
     QSqlQuery q(Db());
-    q.setForwardOnly(true);
+    LetturaInAvanti(q);
     if (q.exec(QStringLiteral("SELECT Codice, Descrizione FROM TabNazioni ORDER BY Codice"))) {
         while (q.next())
             m_listaNazioni->addItem(TestoDaCampo(q.value(0)).leftJustified(3, QLatin1Char(' '))

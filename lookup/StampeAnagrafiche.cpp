@@ -6,6 +6,7 @@
 #include "reports/Staging.h"
 #include "store/Connessione.h"
 #include "store/Transazione.h"
+#include "store/Motore.h"
 
 #include <QSet>
 #include <QSqlError>
@@ -197,7 +198,7 @@ DatiReport RigheClienti(const QString &modulo, const CriteriAnagrafiche &criteri
     DatiReport dati;
     dati.testa = Testa(criteri, testoAzione);
     QSqlQuery q(Db());
-    q.setForwardOnly(true);
+    LetturaInAvanti(q);
     // Without a key the staged rows come back in the order they were added.
     if (!q.exec(QStringLiteral("SELECT * FROM PrtClienti ORDER BY rowid")))
         return dati;

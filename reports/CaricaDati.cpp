@@ -2,6 +2,7 @@
 
 #include "store/Schema.h"
 #include "store/Transazione.h"
+#include "store/Motore.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
@@ -31,7 +32,7 @@ bool Leggi(const QSqlDatabase &db, const QString &tabella, QList<QVariantMap> &r
     // The staging tables have no key: their rows come back in the order
     // they were added, which is the order of the print.
     QSqlQuery q(db);
-    q.setForwardOnly(true);
+    LetturaInAvanti(q);
     if (!q.exec(QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid")
                     .arg(nomi.join(QStringLiteral(", ")), tabella))) {
         if (errore)

@@ -11,6 +11,7 @@
 #include "reports/FileCsv.h"
 #include "reports/FormatoNumeri.h"
 #include "store/Schema.h"
+#include "store/Motore.h"
 
 #include <QAbstractProxyModel>
 #include <QDir>
@@ -455,7 +456,7 @@ bool ScriviSql(const QString &percorso, const SorgenteSql &sorgente,
 {
     QSqlQuery q(sorgente.DatabaseSql());
     // Forward only: the rows are not kept once written.
-    q.setForwardOnly(true);
+    LetturaInFlusso(q);
     bool riuscita = q.prepare(sorgente.QuerySql());
     for (const QVariant &valore : sorgente.ParametriSql())
         q.addBindValue(valore);

@@ -5,6 +5,7 @@
 #include "reports/Gstampe.h"
 #include "store/Connessione.h"
 #include "store/Transazione.h"
+#include "store/Motore.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
@@ -112,7 +113,7 @@ QString ModuloDiStampa(const QString &chiave)
 {
     const QString predefinito = chiave + QStringLiteral(".rpt");
     QSqlQuery q(DbDati());
-    q.setForwardOnly(true);
+    LetturaInAvanti(q);
     bool ok = q.prepare(QStringLiteral("SELECT MdFile FROM Moduli WHERE MdKey = ?"));
     if (ok) {
         q.addBindValue(chiave);

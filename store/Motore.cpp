@@ -4,6 +4,7 @@
 #include "frame/core/Sessione.h"
 #include "store/Transazione.h"
 
+#include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSysInfo>
@@ -42,6 +43,14 @@ Motore MotoreScelto()
                ? Motore::Postgres
                : Motore::Sqlite;
 }
+
+void LetturaInAvanti(QSqlQuery &q)
+{
+    const QSqlDriver *driver = q.driver();
+    q.setForwardOnly(!driver || driver->dbmsType() != QSqlDriver::PostgreSQL);
+}
+
+void LetturaInFlusso(QSqlQuery &q) { q.setForwardOnly(true); }
 
 QString SchemaServer(Archivio a)
 {

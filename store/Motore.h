@@ -29,6 +29,7 @@
 #include <QString>
 
 class QSqlError;
+class QSqlQuery;
 
 namespace sorvane {
 
@@ -37,6 +38,16 @@ Motore MotoreDi(const QSqlDatabase &db);
 inline bool SuServer(const QSqlDatabase &db) { return MotoreDi(db) == Motore::Postgres; }
 // The engine the settings choose ([ARCHIVIO] MOTORE).
 Motore MotoreScelto();
+
+// Sets up q, before its prepare or exec, to be read front to back. On the
+// files a forward-only cursor. A server's row-by-row reading gives up the
+// rows not yet read as soon as another statement runs on the connection (a
+// lookup inside the loop would cut the walk short without a word), so there
+// the rows come whole at exec and any statement may run meanwhile.
+void LetturaInAvanti(QSqlQuery &q);
+// Row by row on both engines, for a walk too long to hold: nothing else
+// may run on q's connection until its last row is read.
+void LetturaInFlusso(QSqlQuery &q);
 
 // The schema of a file of the set on the server, for the settings'
 // operator and workstation (the workstation defaults to the host's name).

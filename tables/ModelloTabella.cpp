@@ -3,6 +3,7 @@
 #include "store/Connessione.h"
 #include "store/Recordset.h"
 #include "store/Transazione.h"
+#include "store/Motore.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
@@ -44,7 +45,7 @@ bool ModelloTabella::Refresh()
     for (const ColonnaRiferimento &c : m_tabella.colonne)
         campi.append(c.campo);
     QSqlQuery q(Db());
-    q.setForwardOnly(true);
+    LetturaInAvanti(q);
     const bool letta =
         q.exec(QStringLiteral("SELECT %1 FROM %2 ORDER BY %3")
                    .arg(campi.join(QStringLiteral(", ")), m_tabella.tabella, m_tabella.ordine));

@@ -6,6 +6,7 @@
 #include "store/Connessione.h"
 #include "store/Descrizioni.h"
 #include "store/Transazione.h"
+#include "store/Motore.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
@@ -22,7 +23,7 @@ QString Sql(const char *testo) { return QString::fromLatin1(testo); }
 bool Esegui(QSqlQuery &q, const QString &sql, const QVariantList &valori,
             QString *motivo = nullptr)
 {
-    q.setForwardOnly(true);
+    LetturaInAvanti(q);
     bool ok = q.prepare(sql);
     for (const QVariant &v : valori)
         q.addBindValue(v);

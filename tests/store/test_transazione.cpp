@@ -1,4 +1,7 @@
 #include "ProvaAccesso.h"
+#include "store/Motore.h"
+
+#include <QSqlQuery>
 
 #include <chrono>
 #include <future>
@@ -122,6 +125,23 @@ TEST_F(Transazioni, AnnidataAnnullaSoloLaSuaParte)
         esterna.annulla(); // takes the confirmed inner part with it
     }
     EXPECT_EQ(RigheSuDisco(), qMakePair(2, 2));
+}
+
+// A statement inside a walk's loop costs the walk no row, on either engine.
+TEST_F(Transazioni, UnaLetturaNonPerdeRigheSeNelCicloSiScrive)
+{
+    for (int codice = 1; codice <= 3; ++codice)
+        ASSERT_TRUE(ScriviDue(codice));
+    QSqlQuery q(Db());
+    LetturaInAvanti(q);
+    ASSERT_TRUE(q.exec("SELECT dstCodice FROM Distinte ORDER BY dstCodice"));
+    int lette = 0;
+    while (q.next()) {
+        ++lette;
+        EXPECT_TRUE(Esegui(QString("UPDATE BkDistinte SET dstImporto = 1 WHERE dstCodice = %1")
+                               .arg(q.value(0).toInt())));
+    }
+    EXPECT_EQ(lette, 3);
 }
 
 // Readers hold up a commit on the files only.

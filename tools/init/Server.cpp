@@ -235,7 +235,7 @@ bool CopiaFile(Archivio a, const QString &percorso, QSqlDatabase &server,
             if (presenti.contains(col.nome))
                 colonne.append(col.nome);
         QSqlQuery leggi(file);
-        leggi.setForwardOnly(true);
+        LetturaInAvanti(leggi);
         if (!leggi.exec(QStringLiteral("SELECT %1 FROM \"%2\" ORDER BY rowid")
                             .arg(colonne.join(QStringLiteral(", ")), tab->nome))) {
             *errore = QStringLiteral("ERRORE LEGGENDO LA TABELLA %1: %2")
