@@ -10,6 +10,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QSqlError>
@@ -325,10 +326,43 @@ Archivi &archivi()
     return stato;
 }
 
+namespace {
+
+int &Generazione()
+{
+    static int g = 0;
+    return g;
+}
+
+void Riallaccia(QSqlDatabase &db)
+{
+    constexpr qint64 PausaTentativiMs = 10000;
+    static QElapsedTimer ultimo;
+    if (Transazione::profondita(db) > 0
+        || (ultimo.isValid() && !ultimo.hasExpired(PausaTentativiMs)))
+        return;
+    ultimo.start();
+    QString errore;
+    if (db.open() && PreparaSessione(db, &errore)) {
+        ++Generazione();
+        ultimo.invalidate();
+    } else {
+        db.close();
+    }
+}
+
+} // namespace
+
 QSqlDatabase Db()
 {
-    return QSqlDatabase::database(NomeConnessione, false);
+    QSqlDatabase db = QSqlDatabase::database(NomeConnessione, false);
+    // Closed by the driver, not by the program: that one is released first.
+    if (!db.isOpen() && archivi().DbDatiAperto && db.isValid() && SuServer(db))
+        Riallaccia(db);
+    return db;
 }
+
+int GenerazioneCollegamento() { return Generazione(); }
 
 QString PercorsoArchivio(Archivio a)
 {

@@ -36,8 +36,15 @@ struct Archivi
 
 Archivi &archivi();
 
-// The one connection; not valid while the files are closed.
+// The one connection; not valid while the files are closed. A server
+// connection that the server dropped is opened again here at the next use,
+// outside any transaction (one that was broken off stays broken, and ends
+// in failure), at most once every ten seconds: a server still away costs
+// one wait of the connect timeout, not one per statement.
 QSqlDatabase Db();
+// Counts the reopenings: statements prepared on an older connection are
+// gone from the server.
+int GenerazioneCollegamento();
 inline QSqlDatabase DbDati() { return Db(); }
 inline QSqlDatabase DbLavoro() { return Db(); }
 inline QSqlDatabase DbVisite() { return Db(); }

@@ -2,6 +2,7 @@
 
 #include "frame/core/Campi.h"
 #include "frame/core/Valore.h"
+#include "store/Connessione.h"
 #include "store/Motore.h"
 #include "store/Transazione.h"
 
@@ -139,8 +140,18 @@ QVariantList Recordset::Stato::Chiave(const Riga &r) const
     return k;
 }
 
+void Recordset::Stato::Rinnova()
+{
+    if (generazione == GenerazioneCollegamento())
+        return;
+    preparate.clear();
+    scritture.clear();
+    generazione = GenerazioneCollegamento();
+}
+
 bool Recordset::Stato::Esegui(const Istruzione &istruzione, QList<Riga> *righe)
 {
+    Rinnova();
     auto it = preparate.find(istruzione.sql);
     if (it == preparate.end()) {
         QSqlQuery q(db);
@@ -378,6 +389,7 @@ QSqlQuery *Recordset::Stato::Scrittura(bool nuova)
         if (cambiati[i])
             chiave[i + 1] = '1';
     }
+    Rinnova();
     auto it = scritture.find(chiave);
     if (it != scritture.end())
         return &*it;

@@ -76,8 +76,11 @@ struct Recordset::Stato
     // INSERTs and UPDATEs by the fields they set, so that rows setting the
     // same fields (a print's body rows) share one prepared statement.
     QHash<QByteArray, QSqlQuery> scritture;
+    int generazione = 0; // of the connection the two above were prepared on
     QStringList segnaposti; // a column's name in them, by ordinal
 
+    // Forgets the prepared statements of a connection since opened again.
+    void Rinnova();
     void Errore(int numero, const QString &testo);
     void ErroreSql(const QSqlError &e);
     void Pulisci() { Errore(0, QString()); }

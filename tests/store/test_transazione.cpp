@@ -209,13 +209,17 @@ TEST_F(Transazioni, UnAltroScrittoreFermaLInizio)
     EXPECT_EQ(Transazione::profondita(Db()), 0);
 }
 
-// The server goes away in the middle of a save: nothing of it is kept, and
-// the words say what happened.
+// The server goes away in the middle of a save: nothing of it is kept, the
+// words say what happened, and the next save finds the server again.
 TEST_F(Transazioni, SulServerUnCollegamentoCadutoANulla)
 {
     if (!SuServerDiProva())
         GTEST_SKIP() << "solo sul server";
     const qint64 processo = Valore("SELECT pg_backend_pid()").toLongLong();
+    Recordset distinte = Recordset::Apri(Db(), "Distinte", dbOpenTable);
+    ASSERT_TRUE(distinte.SetIndex(IndicePrimario));
+    ASSERT_TRUE(distinte.Seek(">=", QVariantList{0, "0"}));
+    ASSERT_TRUE(distinte.NoMatch());
     Transazione t;
     ASSERT_TRUE(t.attiva());
     ASSERT_TRUE(ScriviDue(1));
@@ -228,6 +232,16 @@ TEST_F(Transazioni, SulServerUnCollegamentoCadutoANulla)
     EXPECT_EQ(t.codice() & 0xff, sqlite::ErroreIO);
     EXPECT_TRUE(t.errore().startsWith("COLLEGAMENTO CON IL SERVER INTERROTTO\n")) << qPrintable(t.errore());
     EXPECT_EQ(RigheSuDisco(), qMakePair(0, 0));
+
+    // The server still there: the next use opens the connection again, and
+    // a recordset of before the drop goes on.
+    Transazione dopo;
+    ASSERT_TRUE(dopo.attiva()) << qPrintable(dopo.errore());
+    ASSERT_TRUE(ScriviDue(3));
+    ASSERT_TRUE(dopo.conferma()) << qPrintable(dopo.errore());
+    EXPECT_EQ(RigheSuDisco(), qMakePair(1, 1));
+    ASSERT_TRUE(distinte.Seek(">=", QVariantList{0, "0"})) << qPrintable(distinte.Errore());
+    EXPECT_EQ(distinte.Fields("dstCodice").toInt(), 3);
 }
 
 // A transaction the engine broke off runs again whole; a refusal of the
