@@ -181,6 +181,48 @@ bool LanciaModulo(const QString &nomeFile, const Lancio &lancio, const DatiRepor
     return ApriModulo(nomeFile, modello) && LanciaReport(lancio, modello, dati);
 }
 
+namespace {
+
+// The texts of the print and file dialogs that Qt's Italian catalogue
+// leaves in English; every other text falls through to the catalogue.
+class TestiQtMancanti : public QTranslator
+{
+public:
+    using QTranslator::QTranslator;
+    bool isEmpty() const override { return false; }
+    QString translate(const char *contesto, const char *testo, const char *, int) const override
+    {
+        struct Voce
+        {
+            const char *contesto, *testo, *italiano;
+        };
+        static constexpr Voce Voci[] = {
+            {"QAbstractFileIconProvider", "Drive", "Unità"},
+            {"QAbstractFileIconProvider", "Folder", "Cartella"},
+            {"QPrintSettingsOutput", "Pages", "Pagine"},
+            {"QPrintSettingsOutput",
+             "Specify pages or ranges separated by commas. Ranges are specified by two numbers"
+             " separated by a hyphen. E.g: 3,5-7,9 prints pages 3, 5, 6, 7 and 9.",
+             "Pagine o intervalli separati da virgole; un intervallo è fatto di due numeri"
+             " separati da un trattino. Per esempio 3,5-7,9 stampa le pagine 3, 5, 6, 7 e 9."},
+            {"QPrintSettingsOutput", "Double Sided Printing", "Stampa fronte e retro"},
+            {"QPrintSettingsOutput", "Off", "No"},
+            {"QPrintSettingsOutput", "Long side binding", "Rilegatura sul lato lungo"},
+            {"QPrintSettingsOutput", "Short side binding", "Rilegatura sul lato corto"},
+            {"QPrintPropertiesWidget", "Advanced", "Avanzate"},
+            {"QPrintPropertiesWidget", "There are conflicts in some options. Please fix them.",
+             "Alcune opzioni sono in contrasto tra loro: correggerle."},
+        };
+        for (const Voce &v : Voci) {
+            if (qstrcmp(contesto, v.contesto) == 0 && qstrcmp(testo, v.testo) == 0)
+                return QString::fromUtf8(v.italiano);
+        }
+        return {};
+    }
+};
+
+} // namespace
+
 bool CaricaTestiQtItaliani()
 {
     auto *testi = new QTranslator(QCoreApplication::instance());
@@ -190,6 +232,7 @@ bool CaricaTestiQtItaliani()
         delete testi;
         return false;
     }
+    QCoreApplication::installTranslator(new TestiQtMancanti(QCoreApplication::instance()));
     return true;
 }
 

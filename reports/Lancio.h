@@ -53,7 +53,8 @@ bool StampaConDialogo(const Modello &modello, const ModelloCompilato &compilato,
 
 // Installs Qt's own Italian texts (the "qtbase" catalogue of the system's
 // Qt), so that the standard dialogs a print opens, print, file and page
-// set-up, speak like the program. False when the catalogue is missing.
+// set-up, speak like the program, with the few texts of those dialogs that
+// the catalogue lacks. False when the catalogue is missing.
 bool CaricaTestiQtItaliani();
 
 } // namespace sorvane

@@ -15,6 +15,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QFontDatabase>
+#include <QGroupBox>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
@@ -152,6 +153,7 @@ TEST(Lancio, StampanteConDialogo)
     QDialog::DialogCode risposta = QDialog::Rejected;
     int copie = 0;
     QString proposto, stampa;
+    QStringList riquadri;
     Dialoghi dialoghi([&](QDialog &d) {
         auto *pd = qobject_cast<QPrintDialog *>(&d);
         EXPECT_NE(pd, nullptr);
@@ -161,6 +163,8 @@ TEST(Lancio, StampanteConDialogo)
         proposto = pd->printer()->outputFileName();
         if (auto *pulsanti = pd->findChild<QDialogButtonBox *>())
             stampa = pulsanti->button(QDialogButtonBox::Ok)->text();
+        for (const QGroupBox *riquadro : pd->findChildren<QGroupBox *>())
+            riquadri << riquadro->title();
         pd->printer()->setOutputFormat(QPrinter::PdfFormat);
         pd->printer()->setOutputFileName(file);
         return int(risposta);
@@ -173,6 +177,8 @@ TEST(Lancio, StampanteConDialogo)
     EXPECT_EQ(copie, 2);
     EXPECT_EQ(proposto, dir.file(QStringLiteral("Prova.pdf")));
     EXPECT_EQ(stampa.remove(u'&'), QStringLiteral("Stampa"));
+    // A text Qt's catalogue lacks, from the program's own.
+    EXPECT_TRUE(riquadri.contains(QStringLiteral("Stampa fronte e retro"))) << qPrintable(riquadri.join(", "));
     EXPECT_FALSE(QFile::exists(file));
 
     risposta = QDialog::Accepted;
