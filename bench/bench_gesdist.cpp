@@ -80,7 +80,7 @@ constexpr int RigheVisibili = 128;
 void Etichetta(benchmark::State &state)
 {
     static const char *const filtri[] = {"aperti", "anche_chiusi", "ditta"};
-    state.SetLabel(QStringLiteral("%1 %2 %3")
+    state.SetLabel(QStringLiteral("%1 %2")
                        .arg(OrdineColonna(Testate[state.range(0)], state.range(1) != 0))
                        .arg(QString::fromLatin1(filtri[state.range(2)]))
                        .toStdString());
