@@ -109,6 +109,15 @@ void ChkCliC::costruisci()
     m_listaSessi = ListaNascosta(QStringLiteral("Lista_2"), QStringLiteral("Sesso"), this);
     for (QListWidget *l : {m_listaNazioni, m_listaSessi})
         l->installEventFilter(this);
+
+    // Made last, so that it hears every part of the screen: Enter on the
+    // grid picks the client as a double click does.
+    QList<std::uint8_t> modi;
+    for (int box = 1; box <= NumeroBoxAnagrafica; ++box)
+        modi << Boxes[box].modo;
+    m_schermo = new Schermo(this);
+    m_schermo->campi(m_btxt.mid(1), modi);
+    m_schermo->tastoGiu = [this](int codice, int maschera) { return tastoGiu(codice, maschera); };
 }
 
 QWidget *ChkCliC::costruisciCriteri()
@@ -118,8 +127,6 @@ QWidget *ChkCliC::costruisciCriteri()
     auto *g = new QGridLayout(riquadro);
     g->setContentsMargins(0, 0, 0, 0);
     const int c = fontMetrics().averageCharWidth();
-    QList<QLineEdit *> txt;
-    QList<std::uint8_t> modi;
     m_btxt.append(nullptr);
     for (int box = 1; box <= NumeroBoxAnagrafica; ++box) {
         const Box &b = Boxes[box];
@@ -136,8 +143,6 @@ QWidget *ChkCliC::costruisciCriteri()
         g->addWidget(etichetta, 2 * r, k);
         g->addWidget(campo, 2 * r + 1, k);
         m_btxt.append(campo);
-        txt << campo;
-        modi << b.modo;
     }
     g->addWidget(costruisciMesi(), 6, 0, 1, 4);
 
@@ -164,9 +169,6 @@ QWidget *ChkCliC::costruisciCriteri()
     riga->addStretch(1);
     g->addLayout(riga, 7, 0, 1, 4);
 
-    m_schermo = new Schermo(this);
-    m_schermo->campi(txt, modi);
-    m_schermo->tastoGiu = [this](int codice, int maschera) { return tastoGiu(codice, maschera); };
     return riquadro;
 }
 

@@ -1,5 +1,7 @@
 #include "frame/ui/MessaggiQt.h"
 
+#include "frame/ui/Modale.h"
+
 #include <QApplication>
 #include <QCursor>
 #include <QMessageBox>
@@ -91,7 +93,10 @@ Risposta MessaggiQt::chiedi(const Richiesta &richiesta)
     const bool attesa = QApplication::overrideCursor() != nullptr;
     if (attesa)
         QApplication::setOverrideCursor(QCursor(Qt::ArrowCursor));
-    box.exec();
+    {
+        RitornoAllaFinestra ritorno;
+        box.exec();
+    }
     if (attesa)
         QApplication::restoreOverrideCursor();
     const int scelto = int(creati.indexOf(static_cast<QPushButton *>(box.clickedButton())));

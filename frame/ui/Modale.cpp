@@ -1,5 +1,6 @@
 #include "frame/ui/Modale.h"
 
+#include <QApplication>
 #include <QDialog>
 
 namespace sorvane {
@@ -12,10 +13,21 @@ GestoreModale &gestore()
 }
 } // namespace
 
+RitornoAllaFinestra::RitornoAllaFinestra() : m_finestra(QApplication::activeWindow()) {}
+
+RitornoAllaFinestra::~RitornoAllaFinestra()
+{
+    if (!m_finestra || !m_finestra->isVisible() || QApplication::activeWindow() == m_finestra)
+        return;
+    QApplication::setActiveWindow(m_finestra);
+    m_finestra->activateWindow();
+}
+
 int EseguiModale(QDialog &dialogo)
 {
     if (gestore())
         return gestore()(dialogo);
+    RitornoAllaFinestra ritorno;
     return dialogo.exec();
 }
 

@@ -6,9 +6,29 @@
 
 #include <functional>
 
+#include <QPointer>
+#include <QWidget>
+
 class QDialog;
 
 namespace sorvane {
+
+// Around a modal box or dialog: once it is gone, the window that was active
+// before is the active one again at once, with its focus field, so that a
+// field the caller then leaves loses its focus and runs its check. A window
+// manager gives the activation back only later, and until then the focus
+// moves without telling the fields.
+class RitornoAllaFinestra
+{
+public:
+    RitornoAllaFinestra();
+    ~RitornoAllaFinestra();
+    RitornoAllaFinestra(const RitornoAllaFinestra &) = delete;
+    RitornoAllaFinestra &operator=(const RitornoAllaFinestra &) = delete;
+
+private:
+    QPointer<QWidget> m_finestra;
+};
 
 using GestoreModale = std::function<int(QDialog &)>;
 

@@ -106,7 +106,7 @@ TEST_F(SchermoAnagrafiche, UnMeseConUnClickSpegneLAltro)
     EXPECT_EQ(Righe(), (QList<int>{2, 1}));
 }
 
-TEST_F(SchermoAnagrafiche, LeIntestazioniOrdinanoEIlDoppioClickSceglie)
+TEST_F(SchermoAnagrafiche, LeIntestazioniOrdinanoEIlDoppioClickOInvioSceglie)
 {
     ChkCliC &s = Apri();
     s.CmdR(2)->click();
@@ -138,6 +138,18 @@ TEST_F(SchermoAnagrafiche, LeIntestazioniOrdinanoEIlDoppioClickSceglie)
     EXPECT_EQ(Cli().Codice, 2);
     EXPECT_EQ(Cli().Ragsoc, QStringLiteral("ROSSI ANNA"));
     EXPECT_EQ(Cli().Localita.trimmed(), QStringLiteral("BARI"));
+
+    // From the keyboard: the arrows move in the grid, Enter answers.
+    ChkCliC &t = Apri();
+    t.CmdR(2)->click();
+    Attendi();
+    t.CmdR(1)->click();
+    Attendi();
+    QTest::keyClick(t.GridRic(), Qt::Key_Down);
+    QTest::keyClick(t.GridRic(), Qt::Key_Return);
+    Attendi();
+    EXPECT_EQ(t.result(), int(QDialog::Accepted));
+    EXPECT_EQ(Cli().Codice, Righe().value(1));
 }
 
 TEST_F(SchermoAnagrafiche, LeLarghezzeDelleColonneRestano)
