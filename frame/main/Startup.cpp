@@ -17,6 +17,7 @@
 #include "store/Connessione.h"
 #include "store/Tabelle.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
@@ -26,6 +27,7 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QScreen>
+#include <QShortcutEvent>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -93,6 +95,8 @@ Startup::Startup(QWidget *parent) : QMainWindow(parent)
     setCentralWidget(centro);
 
     costruisciMenu();
+    // The menu's accelerators meet the open screen's in one window.
+    qApp->installEventFilter(this);
     resize(InPixel(LarghezzaCornice), InPixel(AltezzaCornice));
     installaFineProgramma([this] { FineProgramma(); });
 }
@@ -100,6 +104,50 @@ Startup::Startup(QWidget *parent) : QMainWindow(parent)
 Startup::~Startup()
 {
     installaFineProgramma({});
+}
+
+namespace {
+
+// The control of the screen that answers Alt and `tasto` by its own
+// caption's accelerator (a button, or a label's field), when it can be used.
+QWidget *AcceleratoreDelloSchermo(QWidget *schermo, const QKeySequence &tasto)
+{
+    for (QWidget *w : schermo->findChildren<QWidget *>()) {
+        QString testo;
+        if (auto *pulsante = qobject_cast<QAbstractButton *>(w))
+            testo = pulsante->text();
+        else if (auto *etichetta = qobject_cast<QLabel *>(w); etichetta && etichetta->buddy())
+            testo = etichetta->text();
+        if (!testo.isEmpty() && w->isVisible() && w->isEnabled()
+            && QKeySequence::mnemonic(testo) == tasto)
+            return w;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+// An accelerator both of the menu and of the screen in hand ("&Uscita" and
+// the screen's "&USCITA") belongs to the screen, as on a desktop frame: the
+// menu would otherwise take it, and Alt+U would end the program.
+bool Startup::eventFilter(QObject *oggetto, QEvent *evento)
+{
+    if (evento->type() != QEvent::Shortcut || !static_cast<QShortcutEvent *>(evento)->isAmbiguous())
+        return QMainWindow::eventFilter(oggetto, evento);
+    QMdiSubWindow *sotto = m_area->activeSubWindow();
+    QWidget *w = sotto && sotto->widget()
+                     ? AcceleratoreDelloSchermo(sotto->widget(),
+                                                static_cast<QShortcutEvent *>(evento)->key())
+                     : nullptr;
+    if (!w)
+        return QMainWindow::eventFilter(oggetto, evento);
+    if (auto *pulsante = qobject_cast<QAbstractButton *>(w)) {
+        pulsante->setFocus(Qt::ShortcutFocusReason);
+        pulsante->animateClick();
+    } else {
+        static_cast<QLabel *>(w)->buddy()->setFocus(Qt::ShortcutFocusReason);
+    }
+    return true;
 }
 
 void Startup::costruisciMenu()

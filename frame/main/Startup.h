@@ -67,6 +67,7 @@ public:
 
 protected:
     bool event(QEvent *evento) override;
+    bool eventFilter(QObject *oggetto, QEvent *evento) override;
     void closeEvent(QCloseEvent *evento) override;
 
 private:

@@ -423,4 +423,13 @@ TEST_F(Avvio, GliSchermiDel04DalMenu)
     EXPECT_EQ(QApplication::focusWidget(), saldi->txt(CampoSaldoCodice));
     GiroEAcceleratori(saldi, saldi);
     EXPECT_TRUE(m_messaggi.richieste().isEmpty()) << qPrintable(m_messaggi.testi().join('|'));
+
+    // Alt+U is the screen's "&USCITA" before the menu's "&Uscita": the screen
+    // goes, the program stays.
+    QTest::keyClick(saldi->txt(CampoSaldoCodice), Qt::Key_U, Qt::AltModifier);
+    QTest::qWait(300);
+    Attendi();
+    EXPECT_TRUE(m_cornice->area()->subWindowList().isEmpty());
+    EXPECT_EQ(m_fine, 0);
+    EXPECT_TRUE(m_cornice->isVisible());
 }
