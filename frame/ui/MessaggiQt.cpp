@@ -4,12 +4,18 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QFontMetrics>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSpacerItem>
 
 namespace sorvane {
 
 namespace {
+
+// The title bar's own buttons and margins beside the title, in pixels.
+constexpr int SpazioBarraTitolo = 120;
 
 struct Bottone
 {
@@ -88,6 +94,16 @@ Risposta MessaggiQt::chiedi(const Richiesta &richiesta)
             ? richiesta.predefinito
             : 0;
     box.setDefaultButton(creati.at(predefinito));
+    // The box is as wide as its title needs, whose words would otherwise be
+    // cut in the title bar of a short message ("KELVAR - ERRORE N. 18").
+    if (auto *griglia = qobject_cast<QGridLayout *>(box.layout())) {
+        QFont grassetto = box.font();
+        grassetto.setBold(true);
+        const int larghezza =
+            QFontMetrics(grassetto).horizontalAdvance(box.windowTitle()) + SpazioBarraTitolo;
+        griglia->addItem(new QSpacerItem(larghezza, 0, QSizePolicy::Minimum, QSizePolicy::Fixed),
+                         griglia->rowCount(), 0, 1, griglia->columnCount());
+    }
     box.setEscapeButton(creati.at(PulsanteEsc(lista, predefinito)));
     // A message in the middle of a long job must not show the hourglass.
     const bool attesa = QApplication::overrideCursor() != nullptr;
