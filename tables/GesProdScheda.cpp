@@ -13,6 +13,7 @@
 #include "store/Connessione.h"
 #include "tables/GesCategorie.h"
 #include "tables/ModelloQuote.h"
+#include "frame/ui/Finestra.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -353,6 +354,7 @@ void GesProd::mostraScheda(const QString &codice)
     aggiornaFee();
     m_picture1->hide();
     m_picture2->show();
+    TieniSulloSchermo(this);
     (m_nuovo ? m_cod2 : m_des2)->setFocus();
 }
 

@@ -7,6 +7,7 @@
 #include "frame/core/Valore.h"
 
 #include <QGuiApplication>
+#include <QLayout>
 #include <QMdiSubWindow>
 #include <QScreen>
 #include <QWidget>
@@ -157,6 +158,24 @@ void CentraFinestra(QWidget *finestra)
     }
     finestra->resize(InPixel(larghezza), InPixel(altezza));
     finestra->move(InPixel((larghezzaMax - larghezza) / 2), InPixel((altezzaMax - altezza) / 2));
+}
+
+void TieniSulloSchermo(QWidget *finestra)
+{
+    if (finestra->layout())
+        finestra->layout()->activate();
+    QScreen *s = finestra->screen();
+    if (!s || !finestra->isWindow())
+        return;
+    const QRect libero = s->availableGeometry();
+    const QRect g = finestra->frameGeometry();
+    QPoint p = g.topLeft();
+    p.rx() -= std::max(0, g.right() - libero.right());
+    p.ry() -= std::max(0, g.bottom() - libero.bottom());
+    p.rx() = std::max(p.x(), libero.left());
+    p.ry() = std::max(p.y(), libero.top());
+    if (p != g.topLeft())
+        finestra->move(p);
 }
 
 QRect LeggiBarraApplicazioni()

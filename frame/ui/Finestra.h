@@ -30,6 +30,9 @@ void RipristinaFinestra(QWidget *schermo);
 void SalvaFinestra(QWidget *schermo);
 // For the modal pop-ups: centred on the whole screen, capped at its size.
 void CentraFinestra(QWidget *finestra);
+// Moves a window that has grown past the edge of its screen's free area
+// (a dialog showing a larger face) back inside it.
+void TieniSulloSchermo(QWidget *finestra);
 // The taskbar's rectangle in twips: what the screen's geometry has beyond its
 // available geometry. Empty when there is no bar.
 QRect LeggiBarraApplicazioni();

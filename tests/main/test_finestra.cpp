@@ -2,6 +2,7 @@
 
 #include "frame/ui/Finestra.h"
 
+#include <QScreen>
 #include <QWidget>
 
 using namespace sorvane;
@@ -59,4 +60,17 @@ TEST_F(StatoFinestra, UnaPosizioneFuoriSchermoTornaDentro)
     int correggi = 1;
     RipristinaFinestra(&m_schermo, correggi);
     EXPECT_EQ(m_schermo.pos(), QPoint(1333, 933));
+}
+
+// A window grown past the screen's edge comes back inside its free area.
+TEST_F(StatoFinestra, UnaFinestraCresciutaTornaNelloSchermo)
+{
+    const QRect libero = m_schermo.screen()->availableGeometry();
+    m_schermo.resize(200, 100);
+    m_schermo.move(libero.right() - 150, libero.bottom() - 80);
+    m_schermo.show();
+    m_schermo.resize(400, 300);
+    TieniSulloSchermo(&m_schermo);
+    EXPECT_TRUE(libero.contains(m_schermo.frameGeometry()))
+        << m_schermo.frameGeometry().x() << "," << m_schermo.frameGeometry().y();
 }
