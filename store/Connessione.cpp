@@ -328,11 +328,7 @@ Archivi &archivi()
 
 namespace {
 
-int &Generazione()
-{
-    static int g = 0;
-    return g;
-}
+int g_generazione = 0; // the reopenings of a dropped server connection
 
 void Riallaccia(QSqlDatabase &db)
 {
@@ -344,7 +340,7 @@ void Riallaccia(QSqlDatabase &db)
     ultimo.start();
     QString errore;
     if (db.open() && PreparaSessione(db, &errore)) {
-        ++Generazione();
+        ++g_generazione;
         ultimo.invalidate();
     } else {
         db.close();
@@ -362,7 +358,7 @@ QSqlDatabase Db()
     return db;
 }
 
-int GenerazioneCollegamento() { return Generazione(); }
+int GenerazioneCollegamento() { return g_generazione; }
 
 QString PercorsoArchivio(Archivio a)
 {

@@ -187,11 +187,11 @@ void LeggiCartelle(Impostazioni &imp)
     if (imp.Motore.isEmpty())
         imp.Motore = QStringLiteral("SQLITE");
     imp.Server = ServerArchivio{.host = archivio("HOST"),
-                        .porta = archivio("PORTA").toInt(),
-                        .database = archivio("DATABASE"),
-                        .utente = archivio("UTENTE"),
-                        .servizio = archivio("SERVIZIO"),
-                        .postazione = archivio("POSTAZIONE")};
+                                .porta = archivio("PORTA").toInt(),
+                                .database = archivio("DATABASE"),
+                                .utente = archivio("UTENTE"),
+                                .servizio = archivio("SERVIZIO"),
+                                .postazione = archivio("POSTAZIONE")};
 
     imp.PathReport = ConSeparatore(
         Percorso(locale, QStringLiteral("REPORT"), QStringLiteral("MODULI"), imp.PathDati));

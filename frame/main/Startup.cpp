@@ -132,7 +132,10 @@ QWidget *AcceleratoreDelloSchermo(QWidget *schermo, const QKeySequence &tasto)
 // menu would otherwise take it, and Alt+U would end the program.
 bool Startup::eventFilter(QObject *oggetto, QEvent *evento)
 {
-    if (evento->type() != QEvent::Shortcut || !static_cast<QShortcutEvent *>(evento)->isAmbiguous())
+    // Only a key of this window: a pop-up's own clashes are left to it.
+    auto *destinatario = qobject_cast<QWidget *>(oggetto);
+    if (evento->type() != QEvent::Shortcut || !static_cast<QShortcutEvent *>(evento)->isAmbiguous()
+        || !destinatario || destinatario->window() != this)
         return QMainWindow::eventFilter(oggetto, evento);
     QMdiSubWindow *sotto = m_area->activeSubWindow();
     QWidget *w = sotto && sotto->widget()
